@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QStringList>
+
+// The sub-commands of tavrel-cli. Each takes the arguments after its name and returns the
+// process exit status; each answers --help.
+namespace tavrel::cli {
+
+int runSettings(const QStringList &args);
+int runSpec(const QStringList &args);
+int runTemplate(const QStringList &args);
+int runCheckPrint(const QStringList &args);
+int runRender(const QStringList &args);
+
+// Helpers shared by the commands.
+bool wantsHelp(const QStringList &args);
+void printOut(const QString &text);
+void printErr(const QString &text);
+
+} // namespace tavrel::cli

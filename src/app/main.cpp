@@ -1,7 +1,30 @@
+#include "base/ui/QtPrompter.h"
+#include "shell/AppContext.h"
+#include "shell/SingleInstance.h"
+#include "shell/ui/ApplicationStartup.h"
+
 #include <QApplication>
 
-int main(int argc, char **argv)
-{
+#include <csignal>
+
+int main(int argc, char **argv) {
+    // A write past a file-size limit must fail like a full disk, not kill the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     QApplication app(argc, argv);
-    return 0;
+    QApplication::setApplicationName(QStringLiteral("Tavrel"));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    // The parent passes the job file's path as the whole command line, blanks included.
+    const QString jobFile = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+
+    // A second instance ends silently.
+    const tavrel::SingleInstance instance;
+    if (!instance.isFirst())
+        return 0;
+
+    tavrel::QtPrompter prompter(QStringLiteral("Tavrel"));
+    tavrel::AppContext context;
+    if (!tavrel::startApplication(context, jobFile, prompter))
+        return 0;
+    return QApplication::exec();
 }

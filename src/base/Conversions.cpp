@@ -12,13 +12,11 @@ namespace Conversions {
 
 namespace {
 
-bool isBlank(QChar c)
-{
+bool isBlank(QChar c) {
     return c == QLatin1Char(' ') || c == QLatin1Char('\t');
 }
 
-std::optional<double> parseRadix(QStringView digits, int base, bool negative)
-{
+std::optional<double> parseRadix(QStringView digits, int base, bool negative) {
     if (digits.isEmpty() || digits.size() > 16)
         return std::nullopt;
     bool ok = false;
@@ -30,8 +28,7 @@ std::optional<double> parseRadix(QStringView digits, int base, bool negative)
 
 } // namespace
 
-std::optional<double> parseNumber(QStringView text)
-{
+std::optional<double> parseNumber(QStringView text) {
     qsizetype begin = 0;
     qsizetype end = text.size();
     while (begin < end && isBlank(text[begin]))
@@ -112,14 +109,12 @@ std::optional<double> parseNumber(QStringView text)
     return value;
 }
 
-double numberOrZero(QStringView text)
-{
+double numberOrZero(QStringView text) {
     return parseNumber(text).value_or(0.0);
 }
 
 namespace {
-template <typename Int> Int roundChecked(double value)
-{
+template <typename Int> Int roundChecked(double value) {
     if (std::isnan(value))
         throw RuntimeError(ErrorNumber::Overflow);
     const double rounded = std::nearbyint(value); // default rounding mode: half to even
@@ -130,26 +125,22 @@ template <typename Int> Int roundChecked(double value)
 }
 } // namespace
 
-qint16 toInt16(double value)
-{
+qint16 toInt16(double value) {
     return roundChecked<qint16>(value);
 }
 
-qint32 toInt32(double value)
-{
+qint32 toInt32(double value) {
     return roundChecked<qint32>(value);
 }
 
-qint16 textToInt16(QStringView text)
-{
+qint16 textToInt16(QStringView text) {
     const std::optional<double> value = parseNumber(text);
     if (!value)
         throw RuntimeError(ErrorNumber::TypeMismatch);
     return toInt16(*value);
 }
 
-qint32 textToInt32(QStringView text)
-{
+qint32 textToInt32(QStringView text) {
     const std::optional<double> value = parseNumber(text);
     if (!value)
         throw RuntimeError(ErrorNumber::TypeMismatch);

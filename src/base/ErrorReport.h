@@ -12,8 +12,7 @@ QString errorReportText(const QString &procedure, int number, const QString &des
 // "Load Sif." and returns; the caller goes on.
 void reportError(Prompter &prompter, const QString &procedure, const RuntimeError &error);
 
-inline const QString &errorReportTitle()
-{
+inline const QString &errorReportTitle() {
     static const QString title = QStringLiteral("Tavrel - Error");
     return title;
 }

@@ -10,21 +10,18 @@ namespace tavrel {
 
 namespace {
 
-QStringView trimmed(QStringView text)
-{
+QStringView trimmed(QStringView text) {
     qsizetype begin = 0;
     qsizetype end = text.size();
     while (begin < end && (text[begin] == QLatin1Char(' ') || text[begin] == QLatin1Char('\t')))
         ++begin;
-    while (end > begin &&
-           (text[end - 1] == QLatin1Char(' ') || text[end - 1] == QLatin1Char('\t')))
+    while (end > begin && (text[end - 1] == QLatin1Char(' ') || text[end - 1] == QLatin1Char('\t')))
         --end;
     return text.mid(begin, end - begin);
 }
 
 // "[name]" gives name; anything else gives a null view.
-QStringView sectionHeader(QStringView line)
-{
+QStringView sectionHeader(QStringView line) {
     const QStringView text = trimmed(line);
     if (text.size() < 2 || text.front() != QLatin1Char('['))
         return {};
@@ -34,24 +31,21 @@ QStringView sectionHeader(QStringView line)
     return trimmed(text.mid(1, close - 1));
 }
 
-bool isComment(QStringView line)
-{
+bool isComment(QStringView line) {
     const QStringView text = trimmed(line);
     return text.startsWith(QLatin1Char(';'));
 }
 
 } // namespace
 
-IniFile IniFile::load(const QString &path)
-{
+IniFile IniFile::load(const QString &path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return fromText(fromWindows1252(file.readAll()));
 }
 
-IniFile IniFile::fromText(const QString &text)
-{
+IniFile IniFile::fromText(const QString &text) {
     IniFile ini;
     Section *current = nullptr;
     for (const QString &line : TextFile::splitLines(text)) {
@@ -81,8 +75,8 @@ IniFile IniFile::fromText(const QString &text)
         if (current->values.contains(lowerKey))
             continue;
         QStringView value = trimmed(QStringView(line).mid(equals + 1));
-        if (value.size() >= 2 && (value.front() == QLatin1Char('"') ||
-                                  value.front() == QLatin1Char('\'')) &&
+        if (value.size() >= 2 &&
+            (value.front() == QLatin1Char('"') || value.front() == QLatin1Char('\'')) &&
             value.back() == value.front())
             value = value.mid(1, value.size() - 2);
         current->values.insert(lowerKey, value.left(MaxValueLength).toString());
@@ -91,21 +85,18 @@ IniFile IniFile::fromText(const QString &text)
     return ini;
 }
 
-const IniFile::Section *IniFile::find(const QString &section) const
-{
+const IniFile::Section *IniFile::find(const QString &section) const {
     const auto found = m_sectionIndex.constFind(section.toLower());
     return found == m_sectionIndex.constEnd() ? nullptr : &m_sections[*found];
 }
 
-bool IniFile::contains(const QString &section, const QString &key) const
-{
+bool IniFile::contains(const QString &section, const QString &key) const {
     const Section *s = find(section);
     return s && s->values.contains(key.toLower());
 }
 
 QString IniFile::value(const QString &section, const QString &key,
-                       const QString &defaultValue) const
-{
+                       const QString &defaultValue) const {
     const Section *s = find(section);
     if (!s)
         return defaultValue;
@@ -113,29 +104,25 @@ QString IniFile::value(const QString &section, const QString &key,
     return found == s->values.constEnd() ? defaultValue : *found;
 }
 
-QStringList IniFile::sections() const
-{
+QStringList IniFile::sections() const {
     QStringList names;
     for (const Section &s : m_sections)
         names << s.name;
     return names;
 }
 
-QStringList IniFile::keys(const QString &section) const
-{
+QStringList IniFile::keys(const QString &section) const {
     const Section *s = find(section);
     return s ? s->keyOrder : QStringList();
 }
 
 void IniFile::write(const QString &path, const QString &section, const QString &key,
-                    const QString &value)
-{
+                    const QString &value) {
     write(path, section, {{key, value}});
 }
 
 void IniFile::write(const QString &path, const QString &section,
-                    const QList<QPair<QString, QString>> &keyValues)
-{
+                    const QList<QPair<QString, QString>> &keyValues) {
     QByteArray original;
     if (QFile::exists(path))
         original = TextFile::readBytes(path);
@@ -197,14 +184,12 @@ void IniFile::write(const QString &path, const QString &section,
 }
 
 QString ReadIniValue(const QString &section, const QString &key, const QString &file,
-                     const QString &defaultValue)
-{
+                     const QString &defaultValue) {
     return IniFile::load(file).value(section, key, defaultValue);
 }
 
 bool WriteIniValue(const QString &section, const QString &key, const QString &value,
-                   const QString &file)
-{
+                   const QString &file) {
     try {
         IniFile::write(file, section, key, value);
         return true;
@@ -213,8 +198,7 @@ bool WriteIniValue(const QString &section, const QString &key, const QString &va
     }
 }
 
-bool ParseIniBool(const QString &text)
-{
+bool ParseIniBool(const QString &text) {
     return text == QLatin1String("1") || text == QLatin1String("True");
 }
 

@@ -12,8 +12,7 @@ namespace tavrel {
 // case-insensitively, the first occurrence of a section or key wins, lines before the first
 // section and lines starting with ";" are ignored, blanks around names and values are dropped,
 // a value wrapped in matching quotes loses them, and a value is cut at 259 characters.
-class IniFile
-{
+class IniFile {
 public:
     static constexpr qsizetype MaxValueLength = 259;
 
@@ -62,13 +61,11 @@ bool WriteIniValue(const QString &section, const QString &key, const QString &va
 // "1" and "True" are true; everything else ("0", "False", "", "true", ...) is false.
 bool ParseIniBool(const QString &text);
 // The same rule under the name the renderers use for template flags.
-inline bool ExportFlagText(const QString &text)
-{
+inline bool ExportFlagText(const QString &text) {
     return ParseIniBool(text);
 }
 // Booleans are written "1" or "0".
-inline QString IniBoolText(bool value)
-{
+inline QString IniBoolText(bool value) {
     return value ? QStringLiteral("1") : QStringLiteral("0");
 }
 

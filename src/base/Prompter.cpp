@@ -2,8 +2,7 @@
 
 namespace tavrel {
 
-QString qtFileFilter(const QString &classicFilter)
-{
+QString qtFileFilter(const QString &classicFilter) {
     const QStringList parts = classicFilter.split(QLatin1Char('|'));
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {

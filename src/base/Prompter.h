@@ -31,8 +31,7 @@ struct FileDialogRequest {
 
 // The one door to the user. Windows and procedures never create message boxes or dialogs of
 // their own; the real implementation shows Qt dialogs, tests script the answers.
-class Prompter
-{
+class Prompter {
 public:
     virtual ~Prompter() = default;
 

@@ -5,12 +5,9 @@ namespace tavrel {
 RuntimeError::RuntimeError(int number, QString description)
     : m_number(number)
     , m_description(description.isEmpty() ? standardDescription(number) : std::move(description))
-    , m_what(QStringLiteral("Error %1: %2").arg(m_number).arg(m_description).toUtf8())
-{
-}
+    , m_what(QStringLiteral("Error %1: %2").arg(m_number).arg(m_description).toUtf8()) {}
 
-QString RuntimeError::standardDescription(int number)
-{
+QString RuntimeError::standardDescription(int number) {
     switch (number) {
     case ErrorNumber::InvalidProcedureCall:
         return QStringLiteral("Invalid procedure call or argument");

@@ -24,8 +24,7 @@ constexpr int InvalidPicture = 481;
 } // namespace ErrorNumber
 
 // Thrown by low-level code; caught and reported once by the procedure that owns the message.
-class RuntimeError : public std::exception
-{
+class RuntimeError : public std::exception {
 public:
     explicit RuntimeError(int number, QString description = {});
 

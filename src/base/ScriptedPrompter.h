@@ -11,8 +11,7 @@ namespace tavrel {
 
 // A Prompter for tests: records every call in order and returns answers queued beforehand.
 // A call without a queued answer gets the default (OK, or a cancelled dialog).
-class ScriptedPrompter : public Prompter
-{
+class ScriptedPrompter : public Prompter {
 public:
     struct Call {
         QString kind; // "message", "input", "openFile", "saveFile", "color", "font", "folder",

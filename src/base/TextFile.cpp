@@ -11,8 +11,7 @@
 namespace tavrel {
 namespace TextFile {
 
-QByteArray readBytes(const QString &path)
-{
+QByteArray readBytes(const QString &path) {
     const QFileInfo info(path);
     if (path.isEmpty())
         throw RuntimeError(ErrorNumber::BadFileName);
@@ -31,8 +30,7 @@ QByteArray readBytes(const QString &path)
     return bytes;
 }
 
-QStringList splitLines(const QString &text)
-{
+QStringList splitLines(const QString &text) {
     QStringList lines;
     const qsizetype size = text.size();
     const QChar *data = text.constData();
@@ -51,13 +49,11 @@ QStringList splitLines(const QString &text)
     return lines;
 }
 
-QStringList readLines(const QString &path)
-{
+QStringList readLines(const QString &path) {
     return splitLines(fromWindows1252(readBytes(path)));
 }
 
-void writeAtomically(const QString &path, const QByteArray &bytes)
-{
+void writeAtomically(const QString &path, const QByteArray &bytes) {
     const QFileInfo info(path);
     if (path.isEmpty())
         throw RuntimeError(ErrorNumber::BadFileName);
@@ -82,8 +78,7 @@ void writeAtomically(const QString &path, const QByteArray &bytes)
         throw RuntimeError(ErrorNumber::DeviceIoError, file.errorString());
 }
 
-QByteArray encodeCrLf(const QStringList &lines)
-{
+QByteArray encodeCrLf(const QStringList &lines) {
     QByteArray bytes;
     qsizetype total = 0;
     for (const QString &line : lines)

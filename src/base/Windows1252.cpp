@@ -14,8 +14,7 @@ constexpr std::array<char16_t, 32> highControls = {
 
 } // namespace
 
-QString fromWindows1252(const char *data, qsizetype size)
-{
+QString fromWindows1252(const char *data, qsizetype size) {
     QString text(size, Qt::Uninitialized);
     char16_t *out = reinterpret_cast<char16_t *>(text.data());
     const auto *in = reinterpret_cast<const unsigned char *>(data);
@@ -26,8 +25,7 @@ QString fromWindows1252(const char *data, qsizetype size)
     return text;
 }
 
-QByteArray toWindows1252(QStringView text)
-{
+QByteArray toWindows1252(QStringView text) {
     QByteArray bytes(text.size(), Qt::Uninitialized);
     char *out = bytes.data();
     for (qsizetype i = 0; i < text.size(); ++i) {

@@ -10,8 +10,7 @@ namespace tavrel {
 // Bytes 0x81, 0x8D, 0x8F, 0x90 and 0x9D have no character there and map to the control
 // characters of the same number, as Windows itself does, so every byte round-trips.
 QString fromWindows1252(const char *data, qsizetype size);
-inline QString fromWindows1252(const QByteArray &bytes)
-{
+inline QString fromWindows1252(const QByteArray &bytes) {
     return fromWindows1252(bytes.constData(), bytes.size());
 }
 

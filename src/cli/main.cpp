@@ -8,19 +8,16 @@
 
 namespace tavrel::cli {
 
-bool wantsHelp(const QStringList &args)
-{
+bool wantsHelp(const QStringList &args) {
     return args.contains(QStringLiteral("--help")) || args.contains(QStringLiteral("-h"));
 }
 
-void printOut(const QString &text)
-{
+void printOut(const QString &text) {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stdout);
 }
 
-void printErr(const QString &text)
-{
+void printErr(const QString &text) {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
 }
@@ -35,8 +32,7 @@ struct Command {
     std::function<int(const QStringList &)> run;
 };
 
-void printUsage(const std::vector<Command> &commands)
-{
+void printUsage(const std::vector<Command> &commands) {
     QString text = QStringLiteral("Usage: tavrel-cli COMMAND [ARGS...]\n\n"
                                   "Headless Tavrel commands for scripts, tests and benchmarks.\n\n"
                                   "Commands:\n");
@@ -50,8 +46,7 @@ void printUsage(const std::vector<Command> &commands)
 
 } // namespace
 
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
     // A write past a file-size limit must fail like a full disk, not kill the program.
     std::signal(SIGXFSZ, SIG_IGN);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
@@ -64,8 +59,7 @@ int main(int argc, char **argv)
         {"settings", "print the job file's settings as Tavrel understands them (JSON)",
          runSettings},
         {"spec", "print the specification data of a job (JSON)", runSpec},
-        {"template", "print a template as JSON, or read and write it back (--resave)",
-         runTemplate},
+        {"template", "print a template as JSON, or read and write it back (--resave)", runTemplate},
         {"check-print", "run the print-selection check of a job", runCheckPrint},
         {"render", "lay out a job's report and write PDF, PNG, JSON, HTML or RTF", runRender},
     };

@@ -13,8 +13,7 @@
 #include <cstring>
 
 namespace testregistry {
-std::vector<std::pair<const char *, Factory>> &entries()
-{
+std::vector<std::pair<const char *, Factory>> &entries() {
     static std::vector<std::pair<const char *, Factory>> list;
     return list;
 }
@@ -22,14 +21,13 @@ std::vector<std::pair<const char *, Factory>> &entries()
 
 // Usage: tst_folder [ClassName] [QtTest options...]
 // Without a class name every registered class runs; the exit code is the number of failures.
-int main(int argc, char **argv)
-{
+int main(int argc, char **argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QTemporaryDir runtimeDir;
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
-        QFile::setPermissions(runtimeDir.path(), QFile::ReadOwner | QFile::WriteOwner |
-                                                     QFile::ExeOwner);
+        QFile::setPermissions(runtimeDir.path(),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeDir.path()));
     }
     QApplication app(argc, argv);

@@ -16,7 +16,9 @@ using Factory = std::function<std::unique_ptr<QObject>()>;
 std::vector<std::pair<const char *, Factory>> &entries();
 
 struct Registrar {
-    Registrar(const char *name, Factory factory) { entries().emplace_back(name, std::move(factory)); }
+    Registrar(const char *name, Factory factory) {
+        entries().emplace_back(name, std::move(factory));
+    }
 };
 
 } // namespace testregistry

@@ -6,41 +6,35 @@
 
 namespace testsupport {
 
-QString dataPath(const QString &relative)
-{
+QString dataPath(const QString &relative) {
     return QDir(QStringLiteral(TAVREL_TEST_DATA)).filePath(relative);
 }
 
-QString sourcePath(const QString &relative)
-{
+QString sourcePath(const QString &relative) {
     return QDir(QStringLiteral(TAVREL_SOURCE_DIR)).filePath(relative);
 }
 
-QString realWorldSifFolder()
-{
-    const QString folder =
-        QDir(QStringLiteral(TAVREL_SOURCE_DIR)).absoluteFilePath(QStringLiteral("../shared/realworld/sif"));
+QString realWorldSifFolder() {
+    const QString folder = QDir(QStringLiteral(TAVREL_SOURCE_DIR))
+                               .absoluteFilePath(QStringLiteral("../shared/realworld/sif"));
     return QFileInfo(folder).isDir() ? QDir::cleanPath(folder) : QString();
 }
 
-QByteArray readBytes(const QString &path)
-{
+QByteArray readBytes(const QString &path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return file.readAll();
 }
 
-void writeBytes(const QString &path, const QByteArray &bytes)
-{
+void writeBytes(const QString &path, const QByteArray &bytes) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         file.write(bytes);
 }
 
-QString compareWithGolden(const QByteArray &actual, const QString &relative)
-{
+QString compareWithGolden(const QByteArray &actual, const QString &relative) {
     const QString expectedPath = dataPath(relative);
     if (qEnvironmentVariableIntValue("TAVREL_UPDATE_GOLDEN") == 1) {
         writeBytes(expectedPath, actual);

@@ -14,18 +14,14 @@
 namespace tavrel {
 
 QtPrompter::QtPrompter(QString applicationTitle)
-    : m_title(std::move(applicationTitle))
-{
-}
+    : m_title(std::move(applicationTitle)) {}
 
-QWidget *QtPrompter::parentWidget() const
-{
+QWidget *QtPrompter::parentWidget() const {
     return QApplication::activeWindow();
 }
 
 MessageAnswer QtPrompter::message(const QString &text, const QString &title, MessageIcon icon,
-                                  MessageButtons buttons, MessageAnswer defaultAnswer)
-{
+                                  MessageButtons buttons, MessageAnswer defaultAnswer) {
     QMessageBox box(parentWidget());
     box.setWindowTitle(title.isEmpty() ? m_title : title);
     box.setText(text);
@@ -90,8 +86,7 @@ MessageAnswer QtPrompter::message(const QString &text, const QString &title, Mes
 }
 
 std::optional<QString> QtPrompter::input(const QString &prompt, const QString &title,
-                                         const QString &defaultText)
-{
+                                         const QString &defaultText) {
     bool ok = false;
     const QString text = QInputDialog::getText(parentWidget(), title.isEmpty() ? m_title : title,
                                                prompt, QLineEdit::Normal, defaultText, &ok);
@@ -100,17 +95,15 @@ std::optional<QString> QtPrompter::input(const QString &prompt, const QString &t
     return text;
 }
 
-std::optional<QString> QtPrompter::openFile(const FileDialogRequest &request)
-{
-    const QString path = QFileDialog::getOpenFileName(parentWidget(), request.title,
-                                                      request.folder, qtFileFilter(request.filter));
+std::optional<QString> QtPrompter::openFile(const FileDialogRequest &request) {
+    const QString path = QFileDialog::getOpenFileName(parentWidget(), request.title, request.folder,
+                                                      qtFileFilter(request.filter));
     if (path.isEmpty())
         return std::nullopt;
     return path;
 }
 
-std::optional<QString> QtPrompter::saveFile(const FileDialogRequest &request)
-{
+std::optional<QString> QtPrompter::saveFile(const FileDialogRequest &request) {
     QFileDialog dialog(parentWidget(), request.title, request.folder, qtFileFilter(request.filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(request.defaultExtension);
@@ -121,17 +114,16 @@ std::optional<QString> QtPrompter::saveFile(const FileDialogRequest &request)
     return dialog.selectedFiles().constFirst();
 }
 
-std::optional<quint32> QtPrompter::color(quint32 initial)
-{
-    const QColor start(int(initial & 0xFF), int((initial >> 8) & 0xFF), int((initial >> 16) & 0xFF));
+std::optional<quint32> QtPrompter::color(quint32 initial) {
+    const QColor start(int(initial & 0xFF), int((initial >> 8) & 0xFF),
+                       int((initial >> 16) & 0xFF));
     const QColor chosen = QColorDialog::getColor(start, parentWidget());
     if (!chosen.isValid())
         return std::nullopt;
     return quint32(chosen.red()) | (quint32(chosen.green()) << 8) | (quint32(chosen.blue()) << 16);
 }
 
-std::optional<FontChoice> QtPrompter::font(const FontChoice &initial)
-{
+std::optional<FontChoice> QtPrompter::font(const FontChoice &initial) {
     QFont start(initial.name, initial.size);
     start.setBold(initial.bold);
     start.setItalic(initial.italic);
@@ -144,24 +136,21 @@ std::optional<FontChoice> QtPrompter::font(const FontChoice &initial)
                       chosen.underline()};
 }
 
-std::optional<QString> QtPrompter::folder(const QString &title, const QString &start)
-{
+std::optional<QString> QtPrompter::folder(const QString &title, const QString &start) {
     const QString path = QFileDialog::getExistingDirectory(parentWidget(), title, start);
     if (path.isEmpty())
         return std::nullopt;
     return path;
 }
 
-void QtPrompter::status(const QString &text)
-{
+void QtPrompter::status(const QString &text) {
     if (m_statusSink)
         m_statusSink(text);
     else if (!text.isEmpty())
         std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
-bool QtPrompter::openDocument(const QString &path, const QString &description)
-{
+bool QtPrompter::openDocument(const QString &path, const QString &description) {
     Q_UNUSED(description);
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }

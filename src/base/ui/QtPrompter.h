@@ -9,13 +9,14 @@ class QWidget;
 namespace tavrel {
 
 // The real Prompter: Qt message boxes and dialogs, parented to the active window.
-class QtPrompter : public Prompter
-{
+class QtPrompter : public Prompter {
 public:
     explicit QtPrompter(QString applicationTitle);
 
     // Where status texts go (the status bar of the window in front); none: standard error.
-    void setStatusSink(std::function<void(const QString &)> sink) { m_statusSink = std::move(sink); }
+    void setStatusSink(std::function<void(const QString &)> sink) {
+        m_statusSink = std::move(sink);
+    }
 
     MessageAnswer message(const QString &text, const QString &title, MessageIcon icon,
                           MessageButtons buttons, MessageAnswer defaultAnswer) override;

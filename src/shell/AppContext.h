@@ -1,0 +1,27 @@
+#pragma once
+
+#include "shell/JobPaths.h"
+#include "shell/Settings.h"
+
+#include <QString>
+
+#include <array>
+
+namespace tavrel {
+
+// Everything process-wide that start-up fills and the windows and print jobs read: created once
+// in main() and passed by reference. Tests build their own.
+struct AppContext {
+    JobPaths paths;
+    QString runMode;
+    PrinterSettings printer;
+    UserPreferences preferences;
+    Margins margins; // twips
+    PageArea pageArea;
+    bool cifPresent = false;
+    bool cifVersion4 = false;
+    // One text per field box slot, 0 to 137.
+    std::array<QString, 138> stringTable;
+};
+
+} // namespace tavrel

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "shell/AppContext.h"
+#include "shell/SettingsStore.h"
+
+namespace tavrel {
+
+class Prompter;
+
+// The reading steps of start-up, each usable on its own so that the window program, the
+// command-line tools and tests share them.
+namespace Startup {
+
+// Resolves the paths from the job file, creating the PDF, HTML and RTF folders. Returns false
+// after showing "No Active Document Found." when the job names no SIF file; the caller then
+// shuts down. An empty "Template Directory" becomes executableFolder + "/Print Templates" and
+// is written back to the job file.
+bool resolvePaths(AppContext &context, const QString &jobFile, const QString &executableFolder,
+                  Prompter &prompter);
+
+void readUserPreferences(AppContext &context);
+// Reads the SIF file into the context; a failure is reported as "Load Sif.".
+void readSpecification(AppContext &context, Prompter &prompter);
+// Tests for the order file and reads it when present; a failing version test is reported as
+// "CheckVersion Sub Procedure.".
+void readOrderFile(AppContext &context, Prompter &prompter);
+void readPrinterSettings(AppContext &context, const PrinterList &printers);
+void computePageArea(AppContext &context);
+void readFieldLengths(AppContext &context);
+
+enum class RunModeAction { ShowMainWindow, PrintUnattended, End };
+// "1" and "3" show the main window, "2" prints unattended; anything else, " 1" included, ends.
+RunModeAction actionForRunMode(const QString &runMode);
+
+// Every reading step in start-up's order, without window, single-instance test or registration.
+// Returns false when start-up would end at path resolution.
+bool loadJob(AppContext &context, const QString &jobFile, const QString &executableFolder,
+             Prompter &prompter, const PrinterList &printers);
+
+} // namespace Startup
+
+} // namespace tavrel

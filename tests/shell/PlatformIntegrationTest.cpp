@@ -1,0 +1,142 @@
+#include "common/TestRegistry.h"
+#include "common/TestSupport.h"
+#include "shell/FileTypeRegistration.h"
+#include "shell/ParentProgressWindow.h"
+#include "shell/SingleInstance.h"
+
+#include <QDir>
+#include <QMimeDatabase>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tavrel;
+
+// The pieces that meet the desktop: file-type registration, the single-instance lock and closing
+// the parent's progress window on a real X server.
+class PlatformIntegrationTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void fileTypesRegistered();
+    void singleInstance();
+    void staleLockIsTakenOver();
+    void closesParentProgressWindow();
+};
+
+void PlatformIntegrationTest::fileTypesRegistered() {
+    QTemporaryDir home;
+    FileTypeRegistration::registerAll(home.path());
+    const QByteArray xml =
+        testsupport::readBytes(home.filePath(QStringLiteral("mime/packages/orvanta-tavrel.xml")));
+    QCOMPARE(xml, FileTypeRegistration::mimePackage());
+    for (const char *glob : {"*.cst", "*.cov", "*.sum", "*.grp"})
+        QVERIFY2(xml.contains(QByteArray("<glob pattern=\"") + glob + "\"/>"), glob);
+    QCOMPARE(xml.count("<comment>OrvantaPrint Save File</comment>"), 4);
+    const QByteArray desktop = testsupport::readBytes(
+        home.filePath(QStringLiteral("applications/orvanta-tavrel-files.desktop")));
+    QVERIFY(desktop.startsWith("[Desktop Entry]\n"));
+    QVERIFY(desktop.contains("MimeType=application/x-orvanta-cst-auto-file;"
+                             "application/x-orvanta-cov-auto-file;"
+                             "application/x-orvanta-sum-auto-file;"
+                             "application/x-orvanta-grp-auto-file;\n"));
+
+    // Registering again leaves the files alone.
+    const QDateTime written =
+        QFileInfo(home.filePath(QStringLiteral("mime/packages/orvanta-tavrel.xml"))).lastModified();
+    QTest::qWait(20);
+    FileTypeRegistration::registerAll(home.path());
+    QCOMPARE(
+        QFileInfo(home.filePath(QStringLiteral("mime/packages/orvanta-tavrel.xml"))).lastModified(),
+        written);
+
+    // The desktop's MIME database recognises the types from the package.
+    QProcess check;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("XDG_DATA_HOME"), home.path());
+    if (QStandardPaths::findExecutable(QStringLiteral("update-mime-database")).isEmpty())
+        QSKIP("update-mime-database not installed");
+    check.setProcessEnvironment(env);
+    check.start(QStringLiteral("update-mime-database"), {home.filePath(QStringLiteral("mime"))});
+    QVERIFY(check.waitForFinished(10000));
+    QVERIFY(QFile::exists(home.filePath(QStringLiteral("mime/mime.cache"))));
+}
+
+void PlatformIntegrationTest::singleInstance() {
+    QTemporaryDir dir;
+    const QString lock = dir.filePath(QStringLiteral("tavrel.lock"));
+    {
+        const SingleInstance first(lock);
+        QVERIFY(first.isFirst());
+        const SingleInstance second(lock);
+        QVERIFY(!second.isFirst());
+    }
+    const SingleInstance again(lock);
+    QVERIFY(again.isFirst());
+}
+
+void PlatformIntegrationTest::staleLockIsTakenOver() {
+    // A crashed instance leaves its lock behind; a process that is gone does not hold it.
+    QTemporaryDir dir;
+    const QString lock = dir.filePath(QStringLiteral("tavrel.lock"));
+    QProcess crashed;
+    crashed.start(QStringLiteral("sleep"), {QStringLiteral("30")});
+    QVERIFY(crashed.waitForStarted());
+    const qint64 deadPid = crashed.processId();
+    crashed.kill();
+    crashed.waitForFinished();
+    testsupport::writeBytes(lock, QByteArray::number(deadPid) + '\n' +
+                                      QCoreApplication::applicationName().toUtf8() + '\n' +
+                                      QSysInfo::machineHostName().toUtf8() + '\n' +
+                                      QSysInfo::machineUniqueId() + '\n');
+    const SingleInstance next(lock);
+    QVERIFY(next.isFirst());
+}
+
+void PlatformIntegrationTest::closesParentProgressWindow() {
+    const QString xvfb = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
+    const QString xmessage = QStandardPaths::findExecutable(QStringLiteral("xmessage"));
+    if (xvfb.isEmpty() || xmessage.isEmpty())
+        QSKIP("Xvfb or xmessage not installed");
+
+    QProcess server;
+    server.start(xvfb,
+                 {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                  QStringLiteral("0"), QStringLiteral("800x600x24"), QStringLiteral("-nolisten"),
+                  QStringLiteral("tcp")});
+    QVERIFY(server.waitForStarted());
+    QByteArray displayNumber;
+    QTRY_VERIFY_WITH_TIMEOUT((displayNumber += server.readAllStandardOutput()).contains('\n'),
+                             30000);
+    const QByteArray display = ':' + displayNumber.trimmed();
+    const QByteArray previousDisplay = qgetenv("DISPLAY");
+    qputenv("DISPLAY", display);
+
+    QProcess parent;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display));
+    parent.setProcessEnvironment(env);
+    parent.start(xmessage, {QStringLiteral("-title"), ParentProgressWindow::title(),
+                            QStringLiteral("Printing...")});
+    QVERIFY(parent.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT(ParentProgressWindow::exists() || parent.state() != QProcess::Running,
+                             30000);
+    QVERIFY2(parent.state() == QProcess::Running, parent.readAllStandardError().constData());
+    QVERIFY(!ParentProgressWindow::exists(QStringLiteral("Some Other Window")));
+
+    QVERIFY(ParentProgressWindow::close());
+    QVERIFY(parent.waitForFinished(5000));
+    QTRY_VERIFY_WITH_TIMEOUT(!ParentProgressWindow::exists(), 5000);
+    QVERIFY(!ParentProgressWindow::close());
+
+    server.terminate();
+    server.waitForFinished(5000);
+    if (previousDisplay.isEmpty())
+        qunsetenv("DISPLAY");
+    else
+        qputenv("DISPLAY", previousDisplay);
+}
+
+TAVREL_TEST(PlatformIntegrationTest)
+#include "PlatformIntegrationTest.moc"

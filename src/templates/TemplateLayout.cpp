@@ -1,0 +1,112 @@
+#include "templates/TemplateLayout.h"
+
+#include "base/RuntimeError.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace tavrel {
+
+namespace {
+
+template <typename Array> auto &slotOf(Array &array, int slot) {
+    if (slot < 1 || slot > int(array.size()))
+        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    return array[std::size_t(slot - 1)];
+}
+
+template <typename Array, typename Taken> int firstFree(const Array &array, Taken taken, int none) {
+    for (std::size_t i = 0; i < array.size(); ++i) {
+        if (!taken(array[i]))
+            return int(i) + 1;
+    }
+    return none;
+}
+
+} // namespace
+
+PageArea PageArea::letter(bool landscape, qint32 margin) {
+    PageArea area;
+    if (landscape)
+        std::swap(area.pageWidth, area.pageHeight);
+    area.marginLeft = area.marginTop = area.marginRight = area.marginBottom = margin;
+    return area;
+}
+
+BoxInfo &TemplateLayout::box(int slot) {
+    return slotOf(m_boxes, slot);
+}
+
+const BoxInfo &TemplateLayout::box(int slot) const {
+    return slotOf(m_boxes, slot);
+}
+
+LineInfo &TemplateLayout::line(int slot) {
+    return slotOf(m_lines, slot);
+}
+
+const LineInfo &TemplateLayout::line(int slot) const {
+    return slotOf(m_lines, slot);
+}
+
+PrintRect &TemplateLayout::rect(int slot) {
+    return slotOf(m_rects, slot);
+}
+
+const PrintRect &TemplateLayout::rect(int slot) const {
+    return slotOf(m_rects, slot);
+}
+
+int TemplateLayout::freeBoxSlot() const {
+    return firstFree(
+        m_boxes, [](const BoxInfo &box) { return box.placed; }, NoFreeBoxSlot);
+}
+
+int TemplateLayout::freeLineSlot() const {
+    return firstFree(
+        m_lines, [](const LineInfo &line) { return line.placed; }, NoFreeLineSlot);
+}
+
+int TemplateLayout::freeRectSlot() const {
+    return firstFree(
+        m_rects, [](const PrintRect &rect) { return rect.rectVisible; }, NoFreeRectSlot);
+}
+
+int TemplateLayout::placedBoxCount() const {
+    return int(std::count_if(m_boxes.begin(), m_boxes.end(),
+                             [](const BoxInfo &box) { return box.placed; }));
+}
+
+int TemplateLayout::placedLineCount() const {
+    return int(std::count_if(m_lines.begin(), m_lines.end(),
+                             [](const LineInfo &line) { return line.placed; }));
+}
+
+int TemplateLayout::visibleRectCount() const {
+    return int(std::count_if(m_rects.begin(), m_rects.end(),
+                             [](const PrintRect &rect) { return rect.rectVisible; }));
+}
+
+qint32 TemplateLayout::bandHeight(const QString &container) const {
+    qint64 height = 0;
+    for (const BoxInfo &box : m_boxes) {
+        if (box.placed && box.container == container)
+            height = std::max(height, qint64(box.top) + box.height);
+    }
+    for (const LineInfo &line : m_lines) {
+        if (line.placed && line.container == container)
+            height = std::max(height, qint64(line.top) + line.height);
+    }
+    return qint32(std::min<qint64>(height, std::numeric_limits<qint32>::max()));
+}
+
+QPoint TemplateLayout::containerOrigin(const QString &container, const PageArea &area) const {
+    if (container == Container::header())
+        return {area.marginLeft, area.marginTop};
+    if (container == Container::footer())
+        return {area.marginLeft, area.printableBottom() - bandHeight(Container::footer())};
+    return {area.marginLeft, area.marginTop + bandHeight(Container::header())};
+}
+
+} // namespace tavrel

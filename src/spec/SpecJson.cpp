@@ -1,0 +1,181 @@
+#include "spec/SpecJson.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonValue>
+
+namespace tavrel {
+namespace SpecJson {
+
+namespace {
+
+QJsonObject itemValues(const SifItem &item) {
+    return {
+        {QStringLiteral("RN"), item.recordNumber},
+        {QStringLiteral("PN"), item.partNumber},
+        {QStringLiteral("PC"), item.partClassification},
+        {QStringLiteral("WT"), item.weight},
+        {QStringLiteral("VO"), item.volume},
+        {QStringLiteral("T1"), item.tag1},
+        {QStringLiteral("T2"), item.tag2},
+        {QStringLiteral("T3"), item.tag3},
+        {QStringLiteral("T4"), item.tag4},
+        {QStringLiteral("T5"), item.tag5},
+        {QStringLiteral("PD"), item.partDescription},
+        {QStringLiteral("PE"), item.extendedDescription},
+        {QStringLiteral("MD"), item.modelDescription},
+        {QStringLiteral("ED"), item.expandedDescription},
+        {QStringLiteral("MC"), item.manufacturerCode},
+        {QStringLiteral("QT"), item.quantity},
+        {QStringLiteral("QC"), item.carton},
+        {QStringLiteral("PL"), item.listPrice},
+        {QStringLiteral("DD"), item.ddAmount},
+        {QStringLiteral("PZ"), item.pzText},
+        {QStringLiteral("DP"), item.dpText},
+        {QStringLiteral("S-"), item.customerPercent},
+        {QStringLiteral("SP"), item.sellPrice},
+        {QStringLiteral("P%"), item.dealerPercent},
+        {QStringLiteral("BP"), item.buyPrice},
+        {QStringLiteral("TA"), item.taText},
+        {QStringLiteral("AN"), item.noteCodes},
+        {QStringLiteral("AD"), item.noteDescriptions},
+        {QStringLiteral("ON"), item.optionCodes},
+        {QStringLiteral("OD"), item.optionDescriptions},
+        {QStringLiteral("IM"), item.imText},
+        {QStringLiteral("CM"), item.cmText},
+        {QStringLiteral("CG"), item.genericCode},
+        {QStringLiteral("SN"), item.specialNumber},
+        {QStringLiteral("NE"), item.reportNote},
+        {QStringLiteral("NL"), item.sifNote},
+        {QStringLiteral("TC"), item.tableOfContents},
+        {QStringLiteral("EC"), item.enterpriseCode},
+        {QStringLiteral("DE"), item.enterpriseDescription},
+    };
+}
+
+QJsonArray contacts(const std::vector<OrderContact> &list) {
+    QJsonArray array;
+    for (const OrderContact &contact : list)
+        array.append(QJsonObject{{QStringLiteral("name"), contact.name},
+                                 {QStringLiteral("number"), contact.number}});
+    return array;
+}
+
+void addParty(QJsonObject &object, QChar prefix, QLatin1String codeTag, QLatin1String phoneTag,
+              const OrderParty &party) {
+    const auto key = [prefix](char second) { return QString(prefix) + QLatin1Char(second); };
+    object.insert(QString(codeTag), party.code);
+    object.insert(key('1'), party.company);
+    object.insert(key('2'), party.streetAddress[0]);
+    object.insert(key('3'), party.streetAddress[1]);
+    object.insert(key('4'), party.streetAddress[2]);
+    object.insert(key('5'), party.city);
+    object.insert(key('6'), party.state);
+    object.insert(key('7'), party.zipCode);
+    object.insert(key('8'), party.country);
+    object.insert(key('9'), party.name);
+    object.insert(QString(phoneTag), party.phone);
+    object.insert(key('F'), party.fax);
+}
+
+} // namespace
+
+QJsonObject item(const SifItem &item, const SifItemTexts &texts) {
+    QJsonObject object = itemValues(item);
+    const std::initializer_list<std::pair<const char *, double>> computed = {
+        {"WTE", item.extendedWeight},    {"VOE", item.extendedVolume}, {"PLE", item.extendedList},
+        {"DDE", item.extendedDd},        {"SPE", item.extendedSell},   {"BPE", item.extendedBuy},
+        {"SPE2", item.extendedSellCopy}, {"MP", item.marginAmount},    {"M%", item.marginPercent},
+    };
+    for (const auto &[key, value] : computed)
+        object.insert(QLatin1String(key), value);
+    const std::initializer_list<std::pair<const char *, const QString *>> textFields = {
+        {"ANN", &item.noteCodesRunning},       {"ADN", &item.noteDescriptionsRunning},
+        {"ONN", &item.optionCodesRunning},     {"ODN", &item.optionDescriptionsRunning},
+        {"OptionHtml", &texts.optionHtml},     {"OptionRtf", &texts.optionRtf},
+        {"NoteCodeHtml", &texts.noteCodeHtml}, {"NoteCodeRtf", &texts.noteCodeRtf},
+        {"NoteTextHtml", &texts.noteTextHtml}, {"NoteTextRtf", &texts.noteTextRtf},
+    };
+    for (const auto &[key, value] : textFields)
+        object.insert(QLatin1String(key), *value);
+    return object;
+}
+
+QJsonObject header(const SifHeader &header) {
+    return {
+        {QStringLiteral("specFileName"), header.specFileName},
+        {QStringLiteral("ST"), header.stText},
+        {QStringLiteral("DT"), header.dateText},
+        {QStringLiteral("TM"), header.timeText},
+        {QStringLiteral("TL"), header.totalList},
+        {QStringLiteral("TP"), header.totalPurchase},
+        {QStringLiteral("TS"), header.totalSell},
+        {QStringLiteral("TW"), header.totalWeight},
+        {QStringLiteral("TV"), header.totalVolume},
+        {QStringLiteral("totalMarginAmount"), header.totalMarginAmount},
+        {QStringLiteral("totalDiscountAmount"), header.totalDiscountAmount},
+        {QStringLiteral("totalMarginPercent"), header.totalMarginPercent},
+        {QStringLiteral("totalCustomerDiscountPercent"), header.totalCustomerDiscountPercent},
+        {QStringLiteral("totalDealerDiscountPercent"), header.totalDealerDiscountPercent},
+    };
+}
+
+QJsonObject order(const OrderData &order, std::optional<double> chargeSum) {
+    const OrderHeader &header = order.header;
+    QJsonObject object{
+        {QStringLiteral("present"), order.present},
+        {QStringLiteral("version4"), order.version4},
+        {QStringLiteral("CO"), header.purchaseOrderNumber},
+        {QStringLiteral("PT"), header.purchaseOrderType},
+        {QStringLiteral("CP"), header.customerPurchaseOrder},
+        {QStringLiteral("OT"), header.orderType},
+        {QStringLiteral("AB"), header.authorizedBy},
+        {QStringLiteral("PA"), header.contractNumber},
+        {QStringLiteral("PR"), header.contractRevision},
+        {QStringLiteral("RD"), header.requestedShipDate},
+        {QStringLiteral("RI"), header.requestedInstallDate},
+        {QStringLiteral("DB"), header.directBillType},
+        {QStringLiteral("TN"), header.comments},
+        {QStringLiteral("sales"), contacts(order.salesPersons)},
+        {QStringLiteral("dealers"), contacts(order.dealers)},
+        {QStringLiteral("shippingNotes"), order.shippingNotes},
+        {QStringLiteral("chargeSum"), chargeSum ? QJsonValue(*chargeSum) : QJsonValue()},
+    };
+    addParty(object, QLatin1Char('D'), QLatin1String("DC"), QLatin1String("DP"), header.soldTo);
+    addParty(object, QLatin1Char('P'), QLatin1String("PC"), QLatin1String("PP"), header.shipTo);
+    QJsonArray charges;
+    for (const AdditionalCharge &charge : order.charges)
+        charges.append(QJsonObject{{QStringLiteral("amount"), charge.amount},
+                                   {QStringLiteral("name"), charge.name},
+                                   {QStringLiteral("secondText"), charge.secondText}});
+    object.insert(QStringLiteral("charges"), charges);
+    return object;
+}
+
+QJsonObject fieldLengths(const FieldLengths &lengths) {
+    QJsonObject object;
+    for (const QString &code : FieldLengths::codes())
+        object.insert(code, QJsonObject{{QStringLiteral("length"), lengths.length(code)},
+                                        {QStringLiteral("label"), lengths.label(code)}});
+    return object;
+}
+
+QJsonObject document(const SpecData &data, const OrderData &orderData,
+                     std::optional<double> chargeSum, const FieldLengths &lengths) {
+    QJsonArray items;
+    for (int i = 1; i <= data.itemCount(); ++i)
+        items.append(item(data.item(i), data.texts(i)));
+    return {
+        {QStringLiteral("items"), items},
+        {QStringLiteral("header"), header(data.header)},
+        {QStringLiteral("order"), order(orderData, chargeSum)},
+        {QStringLiteral("fieldLengths"), fieldLengths(lengths)},
+    };
+}
+
+QByteArray text(const QJsonObject &document) {
+    return QJsonDocument(document).toJson(QJsonDocument::Indented);
+}
+
+} // namespace SpecJson
+} // namespace tavrel

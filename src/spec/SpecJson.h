@@ -1,0 +1,34 @@
+#pragma once
+
+#include "spec/FieldLengths.h"
+#include "spec/OrderData.h"
+#include "spec/SpecData.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+
+#include <optional>
+
+namespace tavrel {
+
+// The specification data as JSON, for scripts and tests. Item and header keys are the SIF tags
+// without "="; computed item fields use their field codes (WTE, SPE, ...) or SPE2 (extended sell
+// copy), MP (margin amount), M% (margin percent), DDE, ANN, ADN, ONN, ODN. Numbers are written
+// in their shortest form that reads back to the same double.
+namespace SpecJson {
+
+QJsonObject item(const SifItem &item, const SifItemTexts &texts);
+QJsonObject header(const SifHeader &header);
+// chargeSum is written as null when there is none (the sum failed).
+QJsonObject order(const OrderData &order, std::optional<double> chargeSum);
+QJsonObject fieldLengths(const FieldLengths &lengths);
+
+// {"items": [...], "header": {...}, "order": {...}, "fieldLengths": {...}}
+QJsonObject document(const SpecData &data, const OrderData &order, std::optional<double> chargeSum,
+                     const FieldLengths &lengths);
+// Indented UTF-8 text of the document, ending in a line feed.
+QByteArray text(const QJsonObject &document);
+
+} // namespace SpecJson
+
+} // namespace tavrel

@@ -1,12 +1,233 @@
 #include "cli/Commands.h"
 
+#include "base/ConsolePrompter.h"
+#include "base/IniFile.h"
+#include "base/RuntimeError.h"
+#include "render/DisplayListJson.h"
+#include "render/ImageOutput.h"
+#include "render/OutputHelpers.h"
+#include "render/PageEngine.h"
+#include "render/PdfOutput.h"
+#include "render/PlaceholderSectionRenderer.h"
+#include "render/PrintJob.h"
+#include "render/PrinterOutput.h"
+#include "shell/Startup.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <memory>
+#include <optional>
+
 namespace tavrel::cli {
 
-int runRender(const QStringList &args)
-{
-    Q_UNUSED(args);
-    printErr(QStringLiteral("tavrel-cli render: not available yet\n"));
-    return 1;
+namespace {
+
+const QString PrinterSection = QStringLiteral("Printer");
+
+QString usageText() {
+    return QStringLiteral(
+        "Usage: tavrel-cli render JOBFILE [--cover T|none] [--body T|none] [--summary T|none]\n"
+        "                         [--pdf FILE] [--png DIR [--dpi N]] [--dump FILE.json] "
+        "[--print]\n\n"
+        "Loads the job as start-up does (no window), runs the print job over the print\n"
+        "selection of the job file (section \"Printer\": \"Cover Template\", \"Cover "
+        "Printable\", ...)\n"
+        "and writes what is asked for:\n"
+        "  --cover/--body/--summary T   print that section from template T; 'none' leaves it "
+        "out\n"
+        "  --pdf FILE                   the document as PDF\n"
+        "  --png DIR                    every page as DIR/page-001.png, ... (--dpi, default "
+        "96)\n"
+        "  --dump FILE.json             the display list as JSON\n"
+        "  --print                      print on the job's printer (PrinterDeviceName, "
+        "PrintCopies)\n"
+        "Progress goes to standard error.\n");
+}
+
+struct RenderOptions {
+    QString jobFile;
+    std::optional<QString> sections[3]; // cover, body, summary: a template path or "none"
+    QString pdf;
+    QString pngFolder;
+    double dpi = 96;
+    QString dump;
+    bool print = false;
+};
+
+// Returns an error message, empty when the arguments are fine.
+QString parseOptions(const QStringList &args, RenderOptions &options) {
+    const QStringList sectionOptions = {QStringLiteral("--cover"), QStringLiteral("--body"),
+                                        QStringLiteral("--summary")};
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString &arg = args.at(i);
+        const bool hasValue = i + 1 < args.size();
+        const qsizetype section = sectionOptions.indexOf(arg);
+        if (section >= 0 || arg == QLatin1String("--pdf") || arg == QLatin1String("--png") ||
+            arg == QLatin1String("--dpi") || arg == QLatin1String("--dump")) {
+            if (!hasValue)
+                return QStringLiteral("%1 needs a value").arg(arg);
+            const QString value = args.at(++i);
+            if (section >= 0)
+                options.sections[section] = value;
+            else if (arg == QLatin1String("--pdf"))
+                options.pdf = value;
+            else if (arg == QLatin1String("--png"))
+                options.pngFolder = value;
+            else if (arg == QLatin1String("--dump"))
+                options.dump = value;
+            else {
+                bool ok = false;
+                options.dpi = value.toDouble(&ok);
+                if (!ok || options.dpi < 1 || options.dpi > 2400)
+                    return QStringLiteral("--dpi wants a number from 1 to 2400");
+            }
+        } else if (arg == QLatin1String("--print")) {
+            options.print = true;
+        } else if (arg.startsWith(QLatin1String("--")) || !options.jobFile.isEmpty()) {
+            return QStringLiteral("unexpected argument '%1'").arg(arg);
+        } else {
+            options.jobFile = arg;
+        }
+    }
+    if (options.jobFile.isEmpty())
+        return QStringLiteral("no job file given");
+    return {};
+}
+
+struct SectionChoice {
+    QString templatePath;
+    bool printable = false;
+};
+
+// The print selection of the job file, read without writing defaults back.
+// TODO: use the print-selection reader of src/templates once it is committed.
+SectionChoice readSection(const AppContext &context, const QString &kind,
+                          const QString &defaultTemplate) {
+    const QString jobFile = context.paths.jobFile;
+    QString path = ReadIniValue(PrinterSection, kind + QStringLiteral(" Template"), jobFile);
+    if (path.isEmpty())
+        path = PathRules::join(context.paths.templateFolder, defaultTemplate);
+    path = PathRules::resolveAgainst(jobFile, path).replace(QLatin1Char('\\'), QLatin1Char('/'));
+    QString printable = ReadIniValue(PrinterSection, kind + QStringLiteral(" Printable"), jobFile);
+    if (printable.isEmpty())
+        printable = QStringLiteral("1");
+    return {path, printable == QLatin1String("1")};
+}
+
+SectionChoice chooseSection(const AppContext &context, const QString &kind,
+                            const QString &defaultTemplate, const std::optional<QString> &option) {
+    if (!option)
+        return readSection(context, kind, defaultTemplate);
+    if (*option == QLatin1String("none"))
+        return {QString(), false};
+    return {*option, true};
+}
+
+void writeOutputs(const PageEngine &engine, const RenderOptions &options,
+                  const AppContext &context) {
+    QElapsedTimer timer;
+    if (!options.dump.isEmpty()) {
+        QFile file(options.dump);
+        if (!file.open(QIODevice::WriteOnly) || file.write(displayListJsonText(engine)) < 0)
+            throw RuntimeError(ErrorNumber::PathFileAccessError,
+                               QStringLiteral("Cannot write %1").arg(options.dump));
+    }
+    if (!options.pdf.isEmpty()) {
+        timer.start();
+        const int count = int(engine.pages().size());
+        writePdf(engine, options.pdf, [count](int page) {
+            if (page % 100 == 0 && page < count)
+                printErr(QStringLiteral("PDF: page %1 of %2\n").arg(page).arg(count));
+        });
+        printErr(QStringLiteral("PDF: %1 (%2 s)\n")
+                     .arg(options.pdf)
+                     .arg(double(timer.elapsed()) / 1000.0, 0, 'f', 2));
+    }
+    if (!options.pngFolder.isEmpty()) {
+        const QStringList written = writePngPages(engine, options.pngFolder, options.dpi);
+        printErr(
+            QStringLiteral("PNG: %1 pages in %2\n").arg(written.size()).arg(options.pngFolder));
+    }
+    if (options.print) {
+        printDocumentOn(engine, context.printer.printerDeviceName, context.printer.printCopies);
+        printErr(QStringLiteral("Printed on %1\n").arg(context.printer.printerDeviceName));
+    }
+}
+
+} // namespace
+
+int runRender(const QStringList &args) {
+    if (wantsHelp(args)) {
+        printOut(usageText());
+        return 0;
+    }
+    RenderOptions options;
+    const QString problem = parseOptions(args, options);
+    if (!problem.isEmpty()) {
+        printErr(QStringLiteral("tavrel-cli render: %1\n\n").arg(problem) + usageText());
+        return 2;
+    }
+
+    ConsolePrompter prompter;
+    AppContext context;
+    if (!Startup::loadJob(context, options.jobFile, QCoreApplication::applicationDirPath(),
+                          prompter, PrinterList::fromSystem()))
+        return 1;
+
+    const SectionChoice cover = chooseSection(context, QStringLiteral("Cover"),
+                                              QStringLiteral("Classic.cov"), options.sections[0]);
+    const SectionChoice body =
+        chooseSection(context, QStringLiteral("Body"), QStringLiteral("Classic Customer.cst"),
+                      options.sections[1]);
+    const SectionChoice summary =
+        chooseSection(context, QStringLiteral("Summary"), QStringLiteral("Classic Customer.sum"),
+                      options.sections[2]);
+
+    // Placeholders until the cover, body and summary renderers exist.
+    PlaceholderSectionRenderer coverRenderer(QStringLiteral("Cover"), cover.templatePath);
+    PlaceholderSectionRenderer bodyRenderer(QStringLiteral("Body"), body.templatePath);
+    PlaceholderSectionRenderer summaryRenderer(QStringLiteral("Summary"), summary.templatePath);
+
+    JobState job;
+    job.coverPrintable = cover.printable;
+    job.bodyPrintable = body.printable;
+    job.summaryPrintable = summary.printable;
+
+    PrintSettings settings;
+    settings.fontName = context.printer.fontName;
+    settings.fontSize = context.printer.fontSize;
+    settings.fontBold = context.printer.fontBold;
+    settings.fontItalic = context.printer.fontItalic;
+    settings.fontUnderline = context.printer.fontUnderLine;
+    settings.marginLeft = context.margins.left;
+    settings.marginRight = context.margins.right;
+    settings.marginTop = context.margins.top;
+    settings.marginBottom = context.margins.bottom;
+
+    PageEngine engine;
+    engine.addNewPageListener([](int page) {
+        if (page % 100 == 0)
+            printErr(QStringLiteral("Laid out %1 pages\n").arg(page));
+    });
+    OutputHelpers out(engine, job);
+    try {
+        QElapsedTimer timer;
+        timer.start();
+        PrintDocument(out, job, settings, {&coverRenderer, &bodyRenderer, &summaryRenderer},
+                      {[] { QCoreApplication::processEvents(); }, {}});
+        printErr(QStringLiteral("Laid out %1 pages (%2 s)\n")
+                     .arg(engine.pages().size())
+                     .arg(double(timer.elapsed()) / 1000.0, 0, 'f', 2));
+        writeOutputs(engine, options, context);
+    } catch (const RuntimeError &error) {
+        printErr(QStringLiteral("tavrel-cli render: error %1: %2\n")
+                     .arg(error.number())
+                     .arg(error.description()));
+        return 1;
+    }
+    return 0;
 }
 
 } // namespace tavrel::cli

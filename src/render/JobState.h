@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+namespace tavrel {
+
+// Where a section keeps its "Page n of  m" box: such a band is not drawn while the section is
+// laid out but in the page-field pass, when the page count is known.
+struct PageFieldFlags {
+    bool inHeader = false;
+    bool inFooter = false;
+
+    bool any() const { return inHeader || inFooter; }
+};
+
+// The state of one print job, shared by the print job and the section renderers.
+struct JobState {
+    bool coverPrintable = false;
+    bool bodyPrintable = false;
+    bool summaryPrintable = false;
+    bool landscape = false;
+    bool htmlExport = false;
+    bool rtfExport = false;
+
+    qint16 coverPageCount = 0;
+    qint16 bodyPageCount = 0;
+    qint16 summaryPageCount = 0;
+    qint16 totalPageCount = 0;    // PageCount read after EndDoc
+    qint16 overlayPageNumber = 0; // page being overlaid in the page-field pass
+
+    PageFieldFlags coverPageFields;
+    PageFieldFlags bodyPageFields;
+    PageFieldFlags summaryPageFields;
+
+    QString exportDirectory;
+    QString exportBaseName;
+
+    // Set before a job starts, the job does nothing.
+    bool stopRequest = false;
+
+    bool anyPageField() const {
+        return coverPageFields.any() || bodyPageFields.any() || summaryPageFields.any();
+    }
+};
+
+} // namespace tavrel

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace tavrel {
+
+class PageEngine;
+
+// Writes the recorded document as a PDF: fonts embedded as subsets, text selectable, each page
+// in its own size and orientation, the document title the engine's DocName. Throws RuntimeError
+// 75 when the file cannot be written. progress, when given, hears each page number as it is
+// written.
+void writePdf(const PageEngine &engine, const QString &path,
+              const std::function<void(int page)> &progress = {});
+
+} // namespace tavrel

@@ -2,8 +2,8 @@
 
 namespace tavrel {
 
-QString ExportFragmentWriter::textParagraph(const HtmlTextStyle &, double, double, double,
-                                            const QString &) const {
+QString ExportFragmentWriter::textParagraph(HtmlTextSource, const HtmlTextStyle &, double, double,
+                                            double, const QString &) const {
     return {};
 }
 

@@ -28,14 +28,19 @@ struct RtfPlacement {
     int blanks = 0;
 };
 
+// Which helper a text paragraph comes from: PrintAlignedTextBox's text is rewritten for HTML
+// (blanks and carriage returns) before it goes into the paragraph, PrintTextBox's is not.
+enum class HtmlTextSource { TextBox, AlignedTextBox };
+
 // Makes the raw HTML and RTF fragments that the output helpers append through ExportRaw while
 // an export is active. This base writes nothing; the HTML/RTF writer overrides it.
 class ExportFragmentWriter {
 public:
     virtual ~ExportFragmentWriter() = default;
 
-    virtual QString textParagraph(const HtmlTextStyle &style, double left, double top, double width,
-                                  const QString &text) const;
+    // text is the text as drawn; the writer escapes and rewrites it as the source requires.
+    virtual QString textParagraph(HtmlTextSource source, const HtmlTextStyle &style, double left,
+                                  double top, double width, const QString &text) const;
     virtual QString picture(const QString &path, double left, double top) const;
     virtual QString rtfText(const RtfPlacement &placement, const QString &text) const;
     // The navigation bar template the job hands to ExportNavBar when HTML export starts.

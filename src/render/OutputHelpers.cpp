@@ -49,7 +49,8 @@ void OutputHelpers::PrintTextBox(double left, double top, double width, const QS
     if (m_job.htmlExport) {
         const HtmlTextStyle style = readBackStyle(false);
         if (m_fragments)
-            m_engine.ExportRaw(m_fragments->textParagraph(style, left, top, width, text));
+            m_engine.ExportRaw(
+                m_fragments->textParagraph(HtmlTextSource::TextBox, style, left, top, width, text));
     } else if (m_job.rtfExport) {
         if (m_fragments)
             m_engine.ExportRaw(m_fragments->rtfText(rtf, text));
@@ -61,10 +62,10 @@ void OutputHelpers::PrintAlignedTextBox(int alignment, const QString &text, doub
     m_engine.setTextAlign(alignment);
     m_engine.TextBox(text, left, top, width, 0, true, false, true);
     if (m_job.htmlExport) {
-        const QString htmlText = htmlAlignedText(text);
         const HtmlTextStyle style = readBackStyle(true);
         if (m_fragments)
-            m_engine.ExportRaw(m_fragments->textParagraph(style, left, top, width, htmlText));
+            m_engine.ExportRaw(m_fragments->textParagraph(HtmlTextSource::AlignedTextBox, style,
+                                                          left, top, width, text));
     }
 }
 
@@ -75,15 +76,6 @@ void OutputHelpers::PrintPicture(const QString &path, double left, double top,
     m_engine.DrawPicture(path, left, top, sizePercent, sizePercent);
     if (m_job.htmlExport && m_fragments)
         m_engine.ExportRaw(m_fragments->picture(path, left, top));
-}
-
-QString OutputHelpers::htmlAlignedText(const QString &text) {
-    QString html = text;
-    if (html.contains(QLatin1String("  ")))
-        html.replace(QLatin1String("  "), QLatin1String(" &nbsp &nbsp"));
-    else
-        html.replace(QLatin1Char('\r'), QLatin1String("<Br>"));
-    return html;
 }
 
 } // namespace tavrel

@@ -35,10 +35,6 @@ public:
     // file draws and reports nothing.
     void PrintPicture(const QString &path, double left, double top, const QString &sizePercent);
 
-    // The HTML form of an aligned text: two blanks in a row become " &nbsp &nbsp" each
-    // (carriage returns then stay); otherwise every carriage return becomes "<Br>".
-    static QString htmlAlignedText(const QString &text);
-
 private:
     // Reads the font back in the order the HTML paragraph is assembled from.
     HtmlTextStyle readBackStyle(bool weightFromBold) const;

@@ -2,6 +2,9 @@
 
 #include "shell/JobPaths.h"
 #include "shell/Settings.h"
+#include "spec/FieldLengths.h"
+#include "spec/OrderData.h"
+#include "spec/SpecData.h"
 
 #include <QString>
 
@@ -17,9 +20,12 @@ struct AppContext {
     PrinterSettings printer;
     UserPreferences preferences;
     Margins margins; // twips
-    PageArea pageArea;
+    UsablePageArea pageArea;
     bool cifPresent = false;
     bool cifVersion4 = false;
+    SpecData spec;
+    OrderData order;
+    FieldLengths fieldLengths = FieldLengths::builtIn();
     // One text per field box slot, 0 to 137.
     std::array<QString, 138> stringTable;
 };

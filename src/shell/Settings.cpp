@@ -14,8 +14,8 @@ Margins marginsInTwips(const PrinterSettings &printer) {
                    thousandthsToTwips(printer.marginTop), thousandthsToTwips(printer.marginBottom)};
 }
 
-PageArea pageArea(const Margins &m) {
-    PageArea area;
+UsablePageArea pageArea(const Margins &m) {
+    UsablePageArea area;
     area.usableWidthPortrait = LetterWidthTwips - m.left - m.right;
     area.usableWidthLandscape = LetterHeightTwips - m.left - m.right;
     area.usableHeightPortrait = LetterHeightTwips - m.top - m.bottom - HeightReserveTwips;

@@ -44,7 +44,7 @@ struct Margins {
 };
 
 // The printable area of a Letter sheet less the margins (and a fixed 1500-twip reserve in height).
-struct PageArea {
+struct UsablePageArea {
     qint32 usableWidthPortrait = 0;
     qint32 usableWidthLandscape = 0;
     qint32 usableHeightPortrait = 0;
@@ -60,7 +60,7 @@ constexpr qint32 HeightReserveTwips = 1500;
 // value / 1000 x 1440, rounded to a 32-bit integer.
 qint32 thousandthsToTwips(qint32 thousandths);
 Margins marginsInTwips(const PrinterSettings &printer);
-PageArea pageArea(const Margins &margins);
+UsablePageArea pageArea(const Margins &margins);
 
 } // namespace SettingsRules
 

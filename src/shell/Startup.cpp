@@ -4,6 +4,8 @@
 #include "base/IniFile.h"
 #include "base/Prompter.h"
 #include "base/TextFile.h"
+#include "spec/OrderFileReader.h"
+#include "spec/SifReader.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -69,31 +71,17 @@ void readUserPreferences(AppContext &context) {
     context.preferences = SettingsStore::readUserPreferences(context.paths.jobFile);
 }
 
-void readSpecification(AppContext &context, Prompter &prompter) {
-    // Until the SIF reader lands the item count is all start-up knows.
-    try {
-        const QStringList lines = TextFile::readLines(context.paths.sifPath);
-        Q_UNUSED(lines);
-    } catch (const RuntimeError &error) {
-        reportError(prompter, QStringLiteral("Load Sif."), error);
-    }
+void readSpecification(AppContext &context, Prompter &prompter)
+{
+    loadSif(context.paths.sifPath, PathRules::lastComponent(context.paths.activeDocument),
+            context.spec, prompter);
 }
 
-void readOrderFile(AppContext &context, Prompter &prompter) {
-    context.cifPresent = QFileInfo::exists(context.paths.cifPath);
-    context.cifVersion4 = false;
-    if (!context.cifPresent)
-        return;
-    try {
-        for (const QString &line : TextFile::readLines(context.paths.cifPath)) {
-            if (line.trimmed() == QLatin1String("[CIF V4]")) {
-                context.cifVersion4 = true;
-                break;
-            }
-        }
-    } catch (const RuntimeError &error) {
-        reportError(prompter, QStringLiteral("CheckVersion Sub Procedure."), error);
-    }
+void readOrderFile(AppContext &context, Prompter &prompter)
+{
+    loadOrderFile(context.paths.cifPath, context.order, prompter);
+    context.cifPresent = context.order.present;
+    context.cifVersion4 = context.order.version4;
 }
 
 void readPrinterSettings(AppContext &context, const PrinterList &printers) {

@@ -1,0 +1,473 @@
+#include "shell/ui/frmMenu.h"
+
+#include "base/ErrorReport.h"
+#include "base/IniFile.h"
+#include "base/Prompter.h"
+#include "shell/AppContext.h"
+#include "shell/JobPaths.h"
+#include "shell/SettingsStore.h"
+#include "shell/ui/ReportActions.h"
+#include "shell/ui/ShutDown.h"
+#include "templates/GroupFile.h"
+#include "templates/PrintSelection.h"
+#include "templates/TemplateKind.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QPainter>
+#include <QPushButton>
+#include <QSettings>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace tavrel {
+
+namespace {
+
+constexpr std::array<TemplateKind, 3> rowKinds = {TemplateKind::Cover, TemplateKind::Custom,
+                                                  TemplateKind::Summary};
+
+const std::array<QString, 3> &templateKeys() {
+    static const std::array<QString, 3> keys = {QStringLiteral("Cover Template"),
+                                                QStringLiteral("Body Template"),
+                                                QStringLiteral("Summary Template")};
+    return keys;
+}
+
+const std::array<QString, 3> &printableKeys() {
+    static const std::array<QString, 3> keys = {QStringLiteral("Cover Printable"),
+                                                QStringLiteral("Body Printable"),
+                                                QStringLiteral("Summary Printable")};
+    return keys;
+}
+
+FileDialogRequest openTemplateDialog(int row, const QString &folder) {
+    static const std::array<const char *, 3> titles = {"   Load Cover PageLayout Template...",
+                                                       "   Load Custom PageLayout Template...",
+                                                       "   Load Summary PageLayout Template..."};
+    const QString ext = templateExtension(rowKinds[std::size_t(row)]).mid(1);
+    FileDialogRequest request;
+    request.title = QString::fromLatin1(titles[std::size_t(row)]);
+    request.filter =
+        QStringLiteral("Tavrel Page Layout File (*.%1)|*.%1|All Files  (*.*)|*.*").arg(ext);
+    request.folder = folder;
+    return request;
+}
+
+// A small picture of a page with header, columns and footer: the designer's door.
+QIcon pageLayoutIcon() {
+    QPixmap pixmap(48, 60);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(80, 80, 80), 1.5));
+    painter.setBrush(Qt::white);
+    painter.drawRect(QRectF(4, 2, 40, 56));
+    painter.fillRect(QRectF(8, 6, 32, 7), QColor(70, 110, 170));
+    for (int y = 18; y < 48; y += 5)
+        painter.fillRect(QRectF(8, y, 32, 2), QColor(170, 170, 170));
+    painter.fillRect(QRectF(8, 51, 32, 3), QColor(70, 110, 170));
+    return QIcon(pixmap);
+}
+
+} // namespace
+
+frmMenu::frmMenu(AppContext &context, Prompter &prompter, ReportActions &actions, QWidget *parent)
+    : QMainWindow(parent)
+    , m_context(context)
+    , m_prompter(prompter)
+    , m_actions(actions)
+    , m_templateDirectory(context.paths.templateFolder) {
+    setObjectName(QStringLiteral("frmMenu"));
+    buildUi();
+    fillTemplateLists();
+
+    const PrintState state = PrintSelection::read(m_context.paths.jobFile, m_templateDirectory);
+    const std::array<QString, 3> paths = {state.coverTemplate, state.bodyTemplate,
+                                          state.summaryTemplate};
+    const std::array<QString, 3> flags = {state.coverPrintable, state.bodyPrintable,
+                                          state.summaryPrintable};
+    for (int row = 0; row < 3; ++row) {
+        selectTemplate(row, resolved(paths[std::size_t(row)]));
+        m_printable[std::size_t(row)]->setChecked(flags[std::size_t(row)] == QLatin1String("1"));
+    }
+
+    const QSettings settings;
+    restoreGeometry(settings.value(QStringLiteral("frmMenu/geometry")).toByteArray());
+}
+
+frmMenu::~frmMenu() = default;
+
+void frmMenu::buildUi() {
+    QString title = QStringLiteral("Tavrel");
+    if (!m_context.paths.activeDocumentName.isEmpty())
+        title += QStringLiteral(" - ") + m_context.paths.activeDocumentName;
+    setWindowTitle(title);
+
+    auto *central = new QWidget(this);
+    auto *outer = new QHBoxLayout(central);
+
+    auto *templatesBox = new QGroupBox(QStringLiteral("Report templates"), central);
+    auto *grid = new QGridLayout(templatesBox);
+    grid->addWidget(new QLabel(QStringLiteral("Template"), templatesBox), 0, 1);
+    grid->addWidget(new QLabel(QStringLiteral("Print"), templatesBox), 0, 3);
+    static const std::array<const char *, 3> rowNames = {
+        "&Cover page:", "&Body pages:", "&Summary page:"};
+    for (int row = 0; row < 3; ++row) {
+        const auto r = std::size_t(row);
+        auto *label = new QLabel(QString::fromLatin1(rowNames[r]), templatesBox);
+        m_templates[r] = new QComboBox(templatesBox);
+        m_templates[r]->setObjectName(QStringLiteral("cmbTemplates(%1)").arg(row));
+        m_templates[r]->setMinimumWidth(280);
+        m_templates[r]->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        label->setBuddy(m_templates[r]);
+        m_open[r] = new QToolButton(templatesBox);
+        m_open[r]->setObjectName(QStringLiteral("cmdOpen(%1)").arg(row));
+        m_open[r]->setText(QStringLiteral("..."));
+        m_open[r]->setToolTip(QStringLiteral("Click to load a template file"));
+        m_printable[r] = new QCheckBox(templatesBox);
+        m_printable[r]->setObjectName(QStringLiteral("chkPrintable(%1)").arg(row));
+        grid->addWidget(label, row + 1, 0);
+        grid->addWidget(m_templates[r], row + 1, 1);
+        grid->addWidget(m_open[r], row + 1, 2);
+        grid->addWidget(m_printable[r], row + 1, 3, Qt::AlignCenter);
+        connect(m_open[r], &QToolButton::clicked, this,
+                [this, row] { dispatch(QStringLiteral("cmdOpen(%1)").arg(row)); });
+        connect(m_templates[r], &QComboBox::currentIndexChanged, this, [this, r] {
+            m_templates[r]->setToolTip(m_templates[r]->currentData().toString());
+        });
+    }
+    grid->setColumnStretch(1, 1);
+
+    auto *design = new QToolButton(templatesBox);
+    design->setObjectName(QStringLiteral("imgPagelayout"));
+    design->setIcon(pageLayoutIcon());
+    design->setIconSize(QSize(48, 60));
+    design->setText(QStringLiteral("Design page layout"));
+    design->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    design->setPopupMode(QToolButton::InstantPopup);
+    design->setToolTip(QStringLiteral("Open the page layout designer on a template"));
+    auto *designMenu = new QMenu(design);
+    static const std::array<const char *, 3> designNames = {"Cover page...", "Custom page...",
+                                                            "Summary page..."};
+    for (int row = 0; row < 3; ++row) {
+        designMenu->addAction(
+            QString::fromLatin1(designNames[std::size_t(row)]), this,
+            [this, row] { dispatch(QStringLiteral("imgPagelayout(%1)").arg(row)); });
+    }
+    design->setMenu(designMenu);
+    grid->addWidget(design, 4, 0, 1, 4, Qt::AlignLeft);
+    outer->addWidget(templatesBox, 1);
+
+    auto *buttons = new QVBoxLayout;
+    const auto addButton = [&](const char *name, const char *text, const char *tip) {
+        auto *button = new QPushButton(QString::fromLatin1(text), central);
+        button->setObjectName(QString::fromLatin1(name));
+        button->setToolTip(QString::fromLatin1(tip));
+        const QString command = QString::fromLatin1(name);
+        connect(button, &QPushButton::clicked, this, [this, command] { dispatch(command); });
+        buttons->addWidget(button);
+        return button;
+    };
+    QPushButton *preview = addButton("cmdPrintPreview", "Print Pre&view",
+                                     "Lay out the report and show it (Ctrl+Shift+P)");
+    preview->setDefault(true);
+    addButton("cmdPrint", "&Print", "Print the report on the job's printer (Ctrl+P)");
+    addButton("cmdPDF", "P&DF...", "Save the report as a PDF file");
+    buttons->addSpacing(12);
+    addButton("cmdLoadGroup", "&Load Group...", "Load the three templates of a group file");
+    addButton("cmdSaveGroup", "Save &Group...", "Save the three templates as a group file");
+    addButton("cmdSaveAsDefault", "Save as De&fault", "Keep this choice for the next report");
+    buttons->addSpacing(12);
+    addButton("cmdProperties", "Printer P&roperties...", "Printer settings");
+    buttons->addStretch(1);
+    addButton("cmdCancel", "Close", "Close Tavrel");
+    outer->addLayout(buttons);
+
+    // The load-group button carries the loaded group's name as its tool tip.
+    m_loadGroup = new QToolButton(this);
+    m_loadGroup->hide();
+    m_loadGroup->setObjectName(QStringLiteral("cmdLoadGroupTip"));
+
+    setCentralWidget(central);
+    statusBar()->showMessage(m_context.paths.sifPath);
+
+    new QShortcut(QKeySequence(QStringLiteral("Ctrl+P")), this,
+                  [this] { dispatch(QStringLiteral("cmdPrint")); });
+    new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+P")), this,
+                  [this] { dispatch(QStringLiteral("cmdPrintPreview")); });
+    resize(720, 300);
+}
+
+QString frmMenu::resolved(const QString &path) const {
+    return PathRules::resolveAgainst(m_context.paths.jobFile, PrintSelection::localPath(path));
+}
+
+void frmMenu::fillTemplateLists() {
+    const QDir folder(m_templateDirectory);
+    for (int row = 0; row < 3; ++row) {
+        QComboBox *combo = m_templates[std::size_t(row)];
+        combo->clear();
+        const QString pattern = QLatin1Char('*') + templateExtension(rowKinds[std::size_t(row)]);
+        const QStringList names = folder.entryList({pattern}, QDir::Files, QDir::Name);
+        for (const QString &name : names)
+            combo->addItem(name.left(name.size() - 4), folder.filePath(name));
+    }
+}
+
+void frmMenu::selectTemplate(int row, const QString &path) {
+    QComboBox *combo = m_templates[std::size_t(row)];
+    if (path.isEmpty()) {
+        combo->setCurrentIndex(-1);
+        return;
+    }
+    int index = combo->findData(path);
+    if (index < 0) {
+        const QString name = QFileInfo(path).fileName();
+        combo->addItem(name.left(name.size() - 4), path);
+        index = combo->count() - 1;
+    }
+    combo->setCurrentIndex(index);
+}
+
+MenuSelection frmMenu::selection() const {
+    MenuSelection s;
+    for (std::size_t row = 0; row < 3; ++row) {
+        s.templates[row] = m_templates[row]->currentData().toString();
+        s.printable[row] = m_printable[row]->isChecked();
+    }
+    return s;
+}
+
+bool frmMenu::dispatch(const QString &command) {
+    for (int row = 0; row < 3; ++row) {
+        if (command == QStringLiteral("cmdOpen(%1)").arg(row)) {
+            openTemplate(row);
+            return true;
+        }
+        if (command == QStringLiteral("imgPagelayout(%1)").arg(row)) {
+            openDesigner(row);
+            return true;
+        }
+    }
+    if (command == QLatin1String("cmdPrintPreview"))
+        printPreview();
+    else if (command == QLatin1String("cmdPrint"))
+        printReport();
+    else if (command == QLatin1String("cmdPDF"))
+        exportPdf();
+    else if (command == QLatin1String("cmdLoadGroup"))
+        loadGroup();
+    else if (command == QLatin1String("cmdSaveGroup"))
+        saveGroup();
+    else if (command == QLatin1String("cmdSaveAsDefault"))
+        saveAsDefault();
+    else if (command == QLatin1String("cmdProperties"))
+        m_actions.printerProperties();
+    else if (command == QLatin1String("cmdCancel"))
+        close();
+    else
+        return false;
+    return true;
+}
+
+void frmMenu::warn(const QString &text) {
+    m_prompter.message(text, QString(), MessageIcon::Exclamation);
+}
+
+void frmMenu::openTemplate(int row) {
+    const std::optional<QString> path =
+        m_prompter.openFile(openTemplateDialog(row, m_templateDirectory));
+    if (!path)
+        return;
+    const TemplateKind kind = rowKinds[std::size_t(row)];
+    if (templateKindOfPath(*path) != kind) {
+        warn(notValidTemplateMessage(kind));
+        return;
+    }
+    selectTemplate(row, *path);
+}
+
+void frmMenu::loadGroup() {
+    if (!m_loadedGroup.isEmpty()) {
+        const MessageAnswer answer =
+            m_prompter.message(GroupFile::loadedToolTip(m_loadedGroup), QString(),
+                               MessageIcon::Question, MessageButtons::YesNo, MessageAnswer::Yes);
+        if (answer != MessageAnswer::Yes)
+            return;
+    }
+    const std::optional<QString> path = m_prompter.openFile(GroupFile::openDialog(
+        ReadIniValue(SettingsStore::printerSection(), QStringLiteral("Template Directory"),
+                     m_context.paths.jobFile)));
+    if (!path)
+        return;
+    if (!isGroupPath(*path)) {
+        warn(GroupFile::notValidMessage());
+        return;
+    }
+    try {
+        const TemplateGroup group = GroupFile::read(*path);
+        const std::array<qint16, 3> flags = {group.coverPrintable, group.bodyPrintable,
+                                             group.summaryPrintable};
+        const std::array<QString, 3> paths = {group.coverTemplate, group.bodyTemplate,
+                                              group.summaryTemplate};
+        for (int row = 0; row < 3; ++row) {
+            m_printable[std::size_t(row)]->setChecked(flags[std::size_t(row)] != 0);
+            selectTemplate(row, PrintSelection::localPath(paths[std::size_t(row)]));
+        }
+        m_loadedGroup = *path;
+        m_loadGroup->setToolTip(GroupFile::loadedToolTip(*path));
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("Load Group."), error);
+    }
+}
+
+void frmMenu::saveGroup() {
+    const MenuSelection s = selection();
+    if (s.templates[0].isEmpty() && s.templates[1].isEmpty() && s.templates[2].isEmpty()) {
+        warn(GroupFile::nothingToGroupMessage());
+        return;
+    }
+    const std::optional<QString> path = m_prompter.saveFile(GroupFile::saveDialog(
+        ReadIniValue(SettingsStore::printerSection(), QStringLiteral("Template Directory"),
+                     m_context.paths.jobFile)));
+    if (!path)
+        return;
+    TemplateGroup group;
+    group.coverPrintable = s.printable[0] ? 1 : 0;
+    group.bodyPrintable = s.printable[1] ? 1 : 0;
+    group.summaryPrintable = s.printable[2] ? 1 : 0;
+    group.coverTemplate = s.templates[0];
+    group.bodyTemplate = s.templates[1];
+    group.summaryTemplate = s.templates[2];
+    try {
+        GroupFile::write(*path, group);
+        m_prompter.status(QStringLiteral("Saved ") + *path);
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("Save Group."), error);
+    }
+}
+
+void frmMenu::saveAsDefault() {
+    const MenuSelection s = selection();
+    const QString refusal = MenuChecks::beforeSaveAsDefault(s);
+    if (!refusal.isEmpty()) {
+        warn(refusal);
+        return;
+    }
+    QList<QPair<QString, QString>> keys;
+    for (std::size_t row = 0; row < 3; ++row) {
+        const QString &path = s.templates[row];
+        if (path.isEmpty())
+            continue;
+        if (!QFileInfo::exists(path)) {
+            m_prompter.message(MenuChecks::cannotSaveQuestion(QFileInfo(path).fileName()),
+                               QString(), MessageIcon::Exclamation, MessageButtons::OkCancel,
+                               MessageAnswer::Ok);
+            continue;
+        }
+        keys.append({templateKeys()[row], path});
+    }
+    for (std::size_t row = 0; row < 3; ++row)
+        keys.append({printableKeys()[row], IniBoolText(s.printable[row])});
+    try {
+        IniFile::write(m_context.paths.jobFile, SettingsStore::printerSection(), keys);
+        m_prompter.status(QStringLiteral("The template choice is saved as the default."));
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("Save As Default."), error);
+    }
+}
+
+void frmMenu::printPreview() {
+    const MenuSelection s = selection();
+    const QString refusal =
+        MenuChecks::beforePreview(s, [](const QString &p) { return QFileInfo::exists(p); });
+    if (!refusal.isEmpty()) {
+        warn(refusal);
+        return;
+    }
+    QString caption;
+    if (!m_loadedGroup.isEmpty()) {
+        caption = QFileInfo(m_loadedGroup).fileName();
+    } else {
+        QStringList names;
+        for (std::size_t row = 0; row < 3; ++row) {
+            if (s.printable[row] && !s.templates[row].isEmpty())
+                names << QFileInfo(s.templates[row]).fileName();
+        }
+        caption = names.join(QStringLiteral(", "));
+    }
+    m_actions.preview(s, caption);
+}
+
+void frmMenu::printReport() {
+    const MenuSelection s = selection();
+    const QString refusal =
+        MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
+    if (!refusal.isEmpty()) {
+        warn(refusal);
+        return;
+    }
+    m_actions.print(s);
+}
+
+void frmMenu::exportPdf() {
+    FileDialogRequest request;
+    request.title = QStringLiteral("   Save as PDF format ");
+    request.filter = QStringLiteral("pdf(*.pdf)|*.pdf|All Files  (*.*)|*.*");
+    request.defaultExtension = QStringLiteral("pdf");
+    request.folder = m_context.paths.pdfFolder;
+    request.fileName = m_context.paths.activeDocumentName.isEmpty()
+                           ? QStringLiteral("Report.pdf")
+                           : m_context.paths.activeDocumentName + QStringLiteral(".pdf");
+    const std::optional<QString> path = m_prompter.saveFile(request);
+    if (!path)
+        return;
+    const MenuSelection s = selection();
+    const QString refusal =
+        MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
+    if (!refusal.isEmpty()) {
+        warn(refusal);
+        return;
+    }
+    m_prompter.status(QStringLiteral("Creating ") + *path);
+    m_actions.exportPdf(s, *path);
+    m_prompter.status(QString());
+}
+
+void frmMenu::openDesigner(int row) {
+    WriteIniValue(SettingsStore::printerSection(), QStringLiteral("PageLayout"),
+                  QString::number(row + 1), m_context.paths.jobFile);
+    const QString chosen = m_templates[std::size_t(row)]->currentData().toString();
+    if (chosen.isEmpty()) {
+        m_actions.openDesigner(row, QStringLiteral("Untitled") +
+                                        templateExtension(rowKinds[std::size_t(row)]));
+        return;
+    }
+    if (!QFileInfo::exists(chosen)) {
+        static const std::array<const char *, 3> notFound = {"Cover Page Template Not Found.",
+                                                             "Custom Template Not Found.",
+                                                             "Summary Page Template Not Found."};
+        warn(QString::fromLatin1(notFound[std::size_t(row)]));
+        return;
+    }
+    m_actions.openDesigner(row, chosen);
+}
+
+void frmMenu::closeEvent(QCloseEvent *event) {
+    QSettings settings;
+    settings.setValue(QStringLiteral("frmMenu/geometry"), saveGeometry());
+    event->accept();
+    ShutDown(m_context);
+}
+
+} // namespace tavrel

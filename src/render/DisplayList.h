@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/ColorNumber.h"
+
 #include <QString>
 
 #include <variant>
@@ -11,10 +13,6 @@ namespace tavrel {
 // geometry in twips (1440 to the inch, measured from the page's top-left corner). Backends only
 // replay these items; nothing is laid out again.
 
-// Colour numbers are the engine's: red in the low byte, then green, then blue.
-using ColorNumber = quint32;
-constexpr ColorNumber WhiteColor = 16777215;
-constexpr ColorNumber BlackColor = 0;
 
 // Brush styles (fill of rectangles and text-box backgrounds).
 namespace BrushStyles {

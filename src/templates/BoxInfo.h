@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/ColorNumber.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -20,8 +22,15 @@ inline QString footer() {
 QString normalized(const QString &name);
 } // namespace Container
 
-// Colour numbers are 24-bit RGB with red in the low byte.
-constexpr qint32 WhiteColor = 16777215;
+
+// Text alignment codes of `_TextAlign`: the caption label codes that template files have
+// always carried, kept so that files move between systems unchanged.
+namespace TextAlign {
+constexpr qint32 Left = 0;
+constexpr qint32 Right = 1;
+constexpr qint32 Center = 2;
+constexpr qint32 Justify = 3;
+} // namespace TextAlign
 
 // Drop feedback while a box is dragged in the designer.
 enum class Placeable : qint32 { None = 0, NotAllowed = 1, Allowed = 2 };
@@ -41,7 +50,7 @@ struct BoxInfo {
     bool orderInfo = false;
     QString logoFile;
     QString notesName;
-    qint32 textAlign = 0;
+    qint32 textAlign = TextAlign::Left;
     Placeable placeable = Placeable::None;
     qint16 nameIndex = 0; // 0-based into FieldCatalog::designerCaptions()
     bool changeBackcolor = false;

@@ -5,6 +5,7 @@
 #include "base/TextFile.h"
 #include "templates/TemplateKeys.h"
 
+#include <QFileInfo>
 #include <QLocale>
 
 namespace tavrel {
@@ -86,7 +87,12 @@ QByteArray TemplateWriter::bytes(const TemplateLayout &layout, const QString &ti
 
 void TemplateWriter::write(const QString &path, const TemplateLayout &layout,
                            const QString &titleLine) {
-    TextFile::writeAtomically(path, bytes(layout, titleLine));
+    const QByteArray content = bytes(layout, titleLine);
+    TextFile::writeAtomically(path, content);
+    // A write cut short by a full disk or a size limit can go unnoticed until the file is
+    // committed; at least tell the user the template on disk is not what was saved.
+    if (QFileInfo(path).size() != content.size())
+        throw RuntimeError(ErrorNumber::DiskFull, QStringLiteral("Disk full"));
 }
 
 void TemplateWriter::save(const QString &path, const TemplateLayout &layout, Prompter &prompter) {

@@ -2,6 +2,7 @@
 
 #include "shell/FileTypeRegistration.h"
 #include "shell/Startup.h"
+#include "shell/UnattendedPrint.h"
 #include "shell/ui/MainWindowPlaceholder.h"
 #include "shell/ui/ShutDown.h"
 
@@ -31,6 +32,7 @@ bool startApplication(AppContext &context, const QString &jobFile, Prompter &pro
         showMainWindow(context, prompter);
         return true;
     case Startup::RunModeAction::PrintUnattended:
+        printUnattended(context, prompter);
         // Unattended printing ends by closing the parent's window like any other end.
         ShutDown(context);
         return false;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "spec/FieldLengths.h"
+
+#include <QDialog>
+#include <QHash>
+
+class QLineEdit;
+
+namespace tavrel {
+
+class Prompter;
+
+// The field length editor: every field code with its caption, length (`txtFL`) and label
+// (`txtLbl`), grouped on tabs. OK writes every key to the job file, Cancel writes nothing,
+// Default restores the built-in lengths.
+class frmFieldLength : public QDialog {
+    Q_OBJECT
+
+public:
+    frmFieldLength(const QString &jobFile, FieldLengths &lengths, Prompter &prompter,
+                   QWidget *parent = nullptr);
+
+    // "cmdOK", "cmdCancel", "cmdDefault"; false for an unknown command.
+    bool dispatch(const QString &command);
+
+    QLineEdit *lengthBox(const QString &code) const { return m_lengthBoxes.value(code); }
+    QLineEdit *labelBox(const QString &code) const { return m_labelBoxes.value(code); }
+
+private:
+    void buildUi();
+    void fill();
+    void accept() override;
+    void restoreDefaults();
+
+    QString m_jobFile;
+    FieldLengths &m_lengths;
+    Prompter &m_prompter;
+    QHash<QString, QLineEdit *> m_lengthBoxes;
+    QHash<QString, QLineEdit *> m_labelBoxes;
+};
+
+} // namespace tavrel

@@ -1,0 +1,350 @@
+#include "base/IniFile.h"
+#include "base/ScriptedPrompter.h"
+#include "common/TestRegistry.h"
+#include "common/TestSupport.h"
+#include "shell/AppContext.h"
+#include "shell/ui/ReportActions.h"
+#include "shell/ui/frmMenu.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+using namespace tavrel;
+
+namespace {
+
+struct RecordingActions : ReportActions {
+    QStringList calls;
+    void preview(const MenuSelection &, const QString &caption) override {
+        calls << "preview:" + caption;
+    }
+    void print(const MenuSelection &) override { calls << "print"; }
+    void exportPdf(const MenuSelection &, const QString &path) override {
+        calls << "pdf:" + QFileInfo(path).fileName();
+    }
+    void openDesigner(int row, const QString &path) override {
+        calls << QString("design:%1:%2").arg(row).arg(QFileInfo(path).fileName());
+    }
+    void printerProperties() override { calls << "properties"; }
+};
+
+// A job with a template folder holding the three Classic templates and one extra body template.
+struct Fixture {
+    QTemporaryDir dir;
+    AppContext context;
+    ScriptedPrompter prompter;
+    RecordingActions actions;
+
+    Fixture() {
+        const QString folder = dir.filePath("Templates");
+        QDir().mkpath(folder);
+        for (const char *name :
+             {"Classic.cov", "Classic Customer.cst", "Classic Customer.sum", "Wide.cst"})
+            testsupport::writeBytes(QDir(folder).filePath(name), "\r\n");
+        context.paths.jobFile = dir.filePath("job.ini");
+        context.paths.templateFolder = folder;
+        context.paths.pdfFolder = folder + "/PDF";
+        testsupport::writeBytes(context.paths.jobFile,
+                                "[Printer]\r\nTemplate Directory=" + folder.toUtf8() + "\r\n");
+    }
+    QString templatePath(const char *name) const {
+        return QDir(context.paths.templateFolder).filePath(name);
+    }
+};
+
+} // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void startsWithDefaultsWrittenBack();
+    void previewChecks_data();
+    void previewChecks();
+    void printChecks_data();
+    void printChecks();
+    void openTemplateChecksKind_data();
+    void openTemplateChecksKind();
+    void groupRoundTrip();
+    void saveGroupWithoutTemplates();
+    void saveAsDefault();
+    void designerNamesUntitled();
+};
+
+void MainWindowTest::startsWithDefaultsWrittenBack() {
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    QCOMPARE(window.templateList(1)->count(), 2);
+    QCOMPARE(window.templateList(1)->currentText(), QString("Classic Customer"));
+    QCOMPARE(window.selection().templates[0], f.templatePath("Classic.cov"));
+    for (int row = 0; row < 3; ++row)
+        QVERIFY(window.printableBox(row)->isChecked());
+    const IniFile ini = IniFile::load(f.context.paths.jobFile);
+    QCOMPARE(ini.value("Printer", "Body Template"), f.templatePath("Classic Customer.cst"));
+    QCOMPARE(ini.value("Printer", "Summary Printable"), QString("1"));
+}
+
+// Each row: which rows have a template (c, b, s or -), which are printable, which files exist.
+static void addSelectionColumns() {
+    QTest::addColumn<QString>("templates");
+    QTest::addColumn<QString>("printable");
+    QTest::addColumn<QString>("missing");
+    QTest::addColumn<QString>("message");
+}
+
+static void applySelection(Fixture &f, frmMenu &window, const QString &templates,
+                           const QString &printable, const QString &missing) {
+    const char *names[3] = {"Classic.cov", "Classic Customer.cst", "Classic Customer.sum"};
+    for (int row = 0; row < 3; ++row) {
+        if (templates[row] == '-')
+            window.templateList(row)->setCurrentIndex(-1);
+        window.printableBox(row)->setChecked(printable[row] == '1');
+        if (missing[row] == 'x')
+            QFile::remove(f.templatePath(names[row]));
+    }
+}
+
+void MainWindowTest::previewChecks_data() {
+    addSelectionColumns();
+    QTest::newRow("no template") << "---"
+                                 << "111"
+                                 << "..."
+                                 << "At least select one template to be print preview.";
+    QTest::newRow("none printable") << "cbs"
+                                    << "000"
+                                    << "..."
+                                    << "At least select one template to be printable.";
+    QTest::newRow("printable rows empty") << "-b-"
+                                          << "101"
+                                          << "..."
+                                          << "No valid printable template selected.";
+    QTest::newRow("cover missing") << "cbs"
+                                   << "111"
+                                   << "x.."
+                                   << "Cover page template not found.";
+    QTest::newRow("body missing") << "cbs"
+                                  << "011"
+                                  << ".x."
+                                  << "Custom page template not found.";
+    QTest::newRow("summary missing") << "cbs"
+                                     << "001"
+                                     << "..x"
+                                     << "Summary page template not found.";
+    QTest::newRow("missing but not printable") << "cbs"
+                                               << "010"
+                                               << "x.x"
+                                               << "";
+    QTest::newRow("fine") << "cbs"
+                          << "111"
+                          << "..."
+                          << "";
+}
+
+void MainWindowTest::previewChecks() {
+    QFETCH(QString, templates);
+    QFETCH(QString, printable);
+    QFETCH(QString, missing);
+    QFETCH(QString, message);
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    applySelection(f, window, templates, printable, missing);
+    QVERIFY(window.dispatch("cmdPrintPreview"));
+    if (message.isEmpty()) {
+        QVERIFY(f.prompter.messages().isEmpty());
+        QCOMPARE(f.actions.calls.size(), 1);
+        QVERIFY(f.actions.calls.first().startsWith("preview:"));
+    } else {
+        QCOMPARE(f.prompter.messages(), QStringList{message});
+        QCOMPARE(f.prompter.calls().first().icon, MessageIcon::Exclamation);
+        QVERIFY(f.actions.calls.isEmpty());
+    }
+}
+
+void MainWindowTest::printChecks_data() {
+    addSelectionColumns();
+    QTest::newRow("no template") << "---"
+                                 << "111"
+                                 << "..."
+                                 << "At least select one template to print.";
+    QTest::newRow("none printable") << "cbs"
+                                    << "000"
+                                    << "..."
+                                    << "At least select one item to be printable.";
+    QTest::newRow("no valid") << "c--"
+                              << "011"
+                              << "..."
+                              << "No valid printable template selected.";
+    QTest::newRow("no cover") << "-b-"
+                              << "110"
+                              << "..."
+                              << "No cover page template selected.";
+    QTest::newRow("no custom") << "c-s"
+                               << "111"
+                               << "..."
+                               << "No custom template selected.";
+    QTest::newRow("no summary") << "cb-"
+                                << "111"
+                                << "..."
+                                << "No summary template selected.";
+    QTest::newRow("cover gone") << "cbs"
+                                << "111"
+                                << "x.."
+                                << "Cover Page Template Not Found.";
+    QTest::newRow("custom gone") << "cbs"
+                                 << "111"
+                                 << ".x."
+                                 << "Custom Template Not Found.";
+    QTest::newRow("summary gone") << "cbs"
+                                  << "111"
+                                  << "..x"
+                                  << "Summary Template Not Found.";
+    QTest::newRow("fine") << "cbs"
+                          << "101"
+                          << ".x."
+                          << "";
+}
+
+void MainWindowTest::printChecks() {
+    QFETCH(QString, templates);
+    QFETCH(QString, printable);
+    QFETCH(QString, missing);
+    QFETCH(QString, message);
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    applySelection(f, window, templates, printable, missing);
+    window.dispatch("cmdPrint");
+    if (message.isEmpty()) {
+        QCOMPARE(f.actions.calls, QStringList{"print"});
+    } else {
+        QCOMPARE(f.prompter.messages(), QStringList{message});
+        QVERIFY(f.actions.calls.isEmpty());
+    }
+}
+
+void MainWindowTest::openTemplateChecksKind_data() {
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("cover wrong") << 0 << "x.cst"
+                                 << "This is not a valid cover page template file."
+                                 << "   Load Cover PageLayout Template...";
+    QTest::newRow("custom wrong") << 1 << "x.sum"
+                                  << "This is not a valid custom template file."
+                                  << "   Load Custom PageLayout Template...";
+    QTest::newRow("summary wrong") << 2 << "x.SUM"
+                                   << "This is not a valid summery page template file."
+                                   << "   Load Summary PageLayout Template...";
+    QTest::newRow("custom right") << 1 << "Other.cst"
+                                  << ""
+                                  << "   Load Custom PageLayout Template...";
+}
+
+void MainWindowTest::openTemplateChecksKind() {
+    QFETCH(int, row);
+    QFETCH(QString, file);
+    QFETCH(QString, message);
+    QFETCH(QString, title);
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    const QString path = f.dir.filePath(file);
+    f.prompter.queueFile(path);
+    window.dispatch(QString("cmdOpen(%1)").arg(row));
+    const auto dialog = f.prompter.calls("openFile").first().file;
+    QCOMPARE(dialog.title, title);
+    QVERIFY(dialog.filter.startsWith("Tavrel Page Layout File (*."));
+    QVERIFY(dialog.filter.endsWith("|All Files  (*.*)|*.*"));
+    if (message.isEmpty()) {
+        QCOMPARE(window.selection().templates[std::size_t(row)], path);
+    } else {
+        QCOMPARE(f.prompter.messages(), QStringList{message});
+        QVERIFY(window.selection().templates[std::size_t(row)] != path);
+    }
+}
+
+void MainWindowTest::groupRoundTrip() {
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    window.templateList(1)->setCurrentIndex(window.templateList(1)->findText("Wide"));
+    window.printableBox(0)->setChecked(false);
+    const QString group = f.dir.filePath("Mine.grp");
+    f.prompter.queueFile(group);
+    window.dispatch("cmdSaveGroup");
+    QCOMPARE(f.prompter.calls("saveFile").first().file.title,
+             QString(" Save Group Templates As..."));
+    QVERIFY(QFile::exists(group));
+
+    // A group naming a template that no longer exists loads without complaint.
+    QFile::remove(f.templatePath("Wide.cst"));
+    frmMenu second(f.context, f.prompter, f.actions);
+    f.prompter.clear();
+    f.prompter.queueFile(group);
+    second.dispatch("cmdLoadGroup");
+    QVERIFY(f.prompter.messages().isEmpty());
+    QCOMPARE(second.selection().templates[1], f.templatePath("Wide.cst"));
+    QVERIFY(!second.printableBox(0)->isChecked());
+    QVERIFY(second.printableBox(1)->isChecked());
+    QCOMPARE(second.loadGroupButton()->toolTip(),
+             QString("\"Mine.grp\" is currently loaded. Load another?"));
+
+    // Loading again asks first; No keeps the group, and a non-group file is refused.
+    f.prompter.clear();
+    f.prompter.queueAnswer(MessageAnswer::No);
+    second.dispatch("cmdLoadGroup");
+    QCOMPARE(f.prompter.messages(), QStringList{"\"Mine.grp\" is currently loaded. Load another?"});
+    QVERIFY(f.prompter.calls("openFile").isEmpty());
+    f.prompter.clear();
+    f.prompter.queueAnswer(MessageAnswer::Yes);
+    f.prompter.queueFile(f.dir.filePath("notes.txt"));
+    second.dispatch("cmdLoadGroup");
+    QCOMPARE(f.prompter.messages().last(), QString("This is not a valid Group File."));
+}
+
+void MainWindowTest::saveGroupWithoutTemplates() {
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    for (int row = 0; row < 3; ++row)
+        window.templateList(row)->setCurrentIndex(-1);
+    window.dispatch("cmdSaveGroup");
+    QCOMPARE(f.prompter.messages(), QStringList{"Please select the template to be grouped."});
+    QVERIFY(f.prompter.calls("saveFile").isEmpty());
+}
+
+void MainWindowTest::saveAsDefault() {
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    window.templateList(1)->setCurrentIndex(window.templateList(1)->findText("Wide"));
+    window.printableBox(2)->setChecked(false);
+    QFile::remove(f.templatePath("Classic.cov"));
+    window.dispatch("cmdSaveAsDefault");
+    QCOMPARE(f.prompter.messages(),
+             QStringList{"Connot save 'Classic.cov', because it does not exist."});
+    QCOMPARE(f.prompter.calls().first().buttons, MessageButtons::OkCancel);
+    const IniFile ini = IniFile::load(f.context.paths.jobFile);
+    QCOMPARE(ini.value("Printer", "Body Template"), f.templatePath("Wide.cst"));
+    QCOMPARE(ini.value("Printer", "Summary Printable"), QString("0"));
+    QCOMPARE(ini.value("Printer", "Cover Printable"), QString("1"));
+    // The missing cover keeps the key as it was.
+    QCOMPARE(ini.value("Printer", "Cover Template"), f.templatePath("Classic.cov"));
+}
+
+void MainWindowTest::designerNamesUntitled() {
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    window.templateList(2)->setCurrentIndex(-1);
+    window.dispatch("imgPagelayout(2)");
+    window.dispatch("imgPagelayout(1)");
+    QCOMPARE(f.actions.calls,
+             (QStringList{"design:2:Untitled.sum", "design:1:Classic Customer.cst"}));
+    QCOMPARE(IniFile::load(f.context.paths.jobFile).value("Printer", "PageLayout"), QString("2"));
+    QFile::remove(f.templatePath("Classic.cov"));
+    window.dispatch("imgPagelayout(0)");
+    QCOMPARE(f.prompter.messages(), QStringList{"Cover Page Template Not Found."});
+}
+
+TAVREL_TEST(MainWindowTest)
+#include "MainWindowTest.moc"

@@ -1,0 +1,105 @@
+#include "render/SummaryRendererFlow.h"
+
+#include "render/OutputHelpers.h"
+#include "render/PageEngine.h"
+#include "templates/PrintDefinitions.h"
+
+#include <algorithm>
+
+namespace tavrel {
+
+SectionFlow::SectionFlow(PageEngine &engine, double bodyTop, double bodyBottom, PageHooks hooks)
+    : m_engine(engine)
+    , m_bodyTop(bodyTop)
+    , m_bodyBottom(bodyBottom)
+    , m_hooks(std::move(hooks)) {}
+
+int SectionFlow::levelOf(int level) {
+    return level >= 1 && level <= LevelCount ? level : 1;
+}
+
+double SectionFlow::growthAbove(double designedY, int level) const {
+    double growth = 0;
+    for (const PlacedBox &above : m_boxes) {
+        if (above.level <= level && above.designedBottom <= designedY)
+            growth = std::max(growth, above.bottomShift);
+    }
+    return growth;
+}
+
+double SectionFlow::place(int level, double designedTop, double designedBottom, double height) {
+    const int index = levelOf(level);
+    double y = m_bodyTop + designedTop + shift() + growthAbove(designedTop, index);
+    for (const PlacedBox &above : m_boxes) {
+        if (above.level == index && above.designedBottom <= designedTop)
+            y = std::max(y, above.runningPosition);
+    }
+    y = std::max(y, m_bodyTop);
+    if (y + height > m_bodyBottom && y > m_bodyTop) {
+        newPage(y);
+        y = m_bodyTop;
+    }
+    PlacedBox box;
+    box.level = index;
+    box.designedTop = designedTop;
+    box.designedBottom = std::max(designedTop, designedBottom);
+    box.topShift = y - (m_bodyTop + designedTop + shift());
+    box.bottomShift = box.topShift;
+    box.runningPosition = y + LevelStep;
+    m_boxes.push_back(box);
+    return y;
+}
+
+void SectionFlow::reached(double y) {
+    if (m_boxes.empty())
+        return;
+    PlacedBox &box = m_boxes.back();
+    box.runningPosition = y + LevelStep;
+    box.bottomShift = std::max(box.topShift, y - (m_bodyTop + box.designedBottom + shift()));
+}
+
+double SectionFlow::lineAt(double y, double height) {
+    if (y + height > m_bodyBottom && y > m_bodyTop) {
+        newPage(y);
+        return m_bodyTop;
+    }
+    return y;
+}
+
+SectionFlow::Position SectionFlow::positionOf(double designedY) const {
+    const double growth = growthAbove(designedY, LevelCount);
+    // The last page on which the position is not above the body top.
+    for (int page = pageCount(); page >= 1; --page) {
+        const double y = m_bodyTop + designedY + m_pageShifts[std::size_t(page - 1)] + growth;
+        if (y >= m_bodyTop || page == 1)
+            return {page, y};
+    }
+    return {1, m_bodyTop};
+}
+
+void SectionFlow::newPage(double y) {
+    if (m_hooks.endPage)
+        m_hooks.endPage();
+    m_engine.NewPage();
+    const double delta = m_bodyTop - y;
+    m_pageShifts.push_back(shift() + delta);
+    for (PlacedBox &box : m_boxes)
+        box.runningPosition += delta;
+    if (m_hooks.startPage)
+        m_hooks.startPage();
+}
+
+void drawBoxBackground(OutputHelpers &out, const CustomTemplate &box, double left, double top,
+                       double height) {
+    if ((ColorNumber(box.tBackColor) & 0xFFFFFF) == WhiteColor)
+        return;
+    PageEngine &engine = out.engine();
+    engine.setBrushStyle(BrushStyles::Solid);
+    engine.setBrushColor(ColorNumber(box.tBackColor) & 0xFFFFFF);
+    engine.setPenStyle(PenStyles::Transparent);
+    engine.DrawRectangle(left, top, left + box.tWidth, top + std::max<double>(height, box.tHeight));
+    engine.setPenStyle(PenStyles::Solid);
+    engine.setBrushStyle(BrushStyles::Transparent);
+}
+
+} // namespace tavrel

@@ -32,11 +32,15 @@ demo: release
 	@if [ -n "$$DISPLAY" ]; then build/release/bin/tavrel $(CURDIR)/$(DEMO_DIR)/job.ini; \
 	else echo "No display: skipping the main window."; fi
 
+# The printing tests need a CUPS scheduler with the virtual PDF printer; the script starts one
+# when run as root and is harmless otherwise.
 test: debug
+	@bash scripts/cups-setup.sh
 	ctest --test-dir build/debug $(CTEST_FLAGS)
 
 # The whole suite under AddressSanitizer and UndefinedBehaviorSanitizer.
 test-asan: asan
+	@bash scripts/cups-setup.sh
 	ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	    ctest --test-dir build/asan $(CTEST_FLAGS)

@@ -3,7 +3,7 @@
 #include "shell/FileTypeRegistration.h"
 #include "shell/Startup.h"
 #include "shell/UnattendedPrint.h"
-#include "shell/ui/MainWindowPlaceholder.h"
+#include "shell/ui/MainWindow.h"
 #include "shell/ui/ShutDown.h"
 
 #include <QApplication>

@@ -199,7 +199,9 @@ void frmMenu::buildUi() {
     m_loadGroup->setObjectName(QStringLiteral("cmdLoadGroupTip"));
 
     setCentralWidget(central);
-    statusBar()->showMessage(m_context.paths.sifPath);
+    statusBar()->showMessage(QStringLiteral("%1 items in %2")
+                                 .arg(m_context.spec.itemCount())
+                                 .arg(QFileInfo(m_context.paths.sifPath).fileName()));
 
     new QShortcut(QKeySequence(QStringLiteral("Ctrl+P")), this,
                   [this] { dispatch(QStringLiteral("cmdPrint")); });

@@ -9,6 +9,7 @@
 
 #include <QByteArrayView>
 
+#include <cstdint>
 #include <optional>
 
 namespace tavrel {
@@ -123,7 +124,42 @@ void SifParser::applyLine(const char *line, qsizetype size) {
     applyListTag(key);
 }
 
+// Plain decimals such as "614.00" or "-3" with at most 15 digits: the digits form an exact
+// integer below 2^53 and the divisor an exact power of ten, so one division gives the correctly
+// rounded double, the same value the general conversion returns. Anything else: no value.
+std::optional<double> plainDecimal(const char *text, qsizetype size) {
+    static constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                             1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    qsizetype i = 0;
+    const bool negative = size > 0 && text[0] == '-';
+    if (negative)
+        ++i;
+    std::uint64_t mantissa = 0;
+    int digits = 0;
+    int fractionDigits = 0;
+    bool point = false;
+    for (; i < size; ++i) {
+        const char c = text[i];
+        if (c >= '0' && c <= '9') {
+            if (++digits > 15)
+                return std::nullopt;
+            mantissa = mantissa * 10 + std::uint64_t(c - '0');
+            fractionDigits += point ? 1 : 0;
+        } else if (c == '.' && !point) {
+            point = true;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (digits == 0)
+        return std::nullopt;
+    const double value = double(mantissa) / powersOfTen[fractionDigits];
+    return negative ? -value : value;
+}
+
 std::optional<double> SifParser::parsedNumber() {
+    if (const std::optional<double> plain = plainDecimal(m_value, m_valueSize))
+        return plain;
     m_numberBuffer.resize(m_valueSize);
     QChar *out = m_numberBuffer.data();
     for (qsizetype i = 0; i < m_valueSize; ++i)

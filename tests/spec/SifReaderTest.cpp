@@ -1,4 +1,5 @@
 #include "spec/SifReader.h"
+#include "base/Conversions.h"
 #include "base/ErrorReport.h"
 #include "base/RuntimeError.h"
 #include "base/ScriptedPrompter.h"
@@ -8,8 +9,12 @@
 
 #include <QDir>
 #include <QJsonObject>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <cmath>
+#include <cstring>
 
 #include <optional>
 
@@ -49,6 +54,7 @@ private slots:
     void failures_data();
     void failures();
     void header();
+    void numbersAsTheGeneralConversion();
     void missingFileIsReportedAsLoadSif();
     void realWorldFiles();
     void realWorldFileAsUtf8WithLineFeeds();
@@ -227,6 +233,42 @@ void SifReaderTest::header() {
     QCOMPARE(header.totalPurchase, 450.0);
     QCOMPARE(header.totalWeight, 12.5);
     QCOMPARE(header.totalVolume, 3.0);
+}
+
+void SifReaderTest::numbersAsTheGeneralConversion() {
+    // Every number the reader converts equals, bit for bit, what the program's one number
+    // conversion gives for the same text.
+    QRandomGenerator random(11);
+    QStringList texts{QStringLiteral("0.1"),
+                      QStringLiteral("614.00"),
+                      QStringLiteral("-3"),
+                      QStringLiteral("-0"),
+                      QStringLiteral(".5"),
+                      QStringLiteral("5."),
+                      QStringLiteral("123456789012345"),
+                      QStringLiteral("1234567890123456"),
+                      QStringLiteral("0.000000000000001"),
+                      QStringLiteral("9007199254740993"),
+                      QStringLiteral("1.5e3"),
+                      QStringLiteral("$12"),
+                      QStringLiteral("1,234.5")};
+    for (int i = 0; i < 3000; ++i) {
+        const int decimals = int(random.bounded(8));
+        const double value =
+            random.generateDouble() * std::pow(10.0, random.bounded(12)) - (i % 3 == 0 ? 1e3 : 0);
+        texts << QString::number(value, 'f', decimals);
+    }
+    QByteArray sif;
+    for (const QString &text : std::as_const(texts))
+        sif += "PN=x\nPL=" + text.toLatin1() + "\n";
+    SpecData data;
+    QCOMPARE(readText(sif, data), std::nullopt);
+    QCOMPARE(data.itemCount(), int(texts.size()));
+    for (int i = 1; i <= data.itemCount(); ++i) {
+        const double expected = Conversions::numberOrZero(texts[i - 1]);
+        const double actual = data.item(i).listPrice;
+        QVERIFY2(std::memcmp(&expected, &actual, sizeof actual) == 0, qPrintable(texts[i - 1]));
+    }
 }
 
 void SifReaderTest::missingFileIsReportedAsLoadSif() {

@@ -22,7 +22,6 @@ inline QString footer() {
 QString normalized(const QString &name);
 } // namespace Container
 
-
 // Text alignment codes of `_TextAlign`: the caption label codes that template files have
 // always carried, kept so that files move between systems unchanged.
 namespace TextAlign {

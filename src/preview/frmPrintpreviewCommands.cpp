@@ -1,0 +1,273 @@
+#include "preview/frmPrintpreview.h"
+
+#include "base/ErrorReport.h"
+#include "base/Prompter.h"
+#include "preview/PageView.h"
+#include "preview/PreviewActions.h"
+#include "preview/frmFind.h"
+#include "render/PageEngine.h"
+#include "render/PdfOutput.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cmath>
+
+namespace tavrel {
+
+namespace {
+
+// The hourglass while a command works.
+class WaitCursor {
+public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor &) = delete;
+    WaitCursor &operator=(const WaitCursor &) = delete;
+};
+
+const QString &lastPageText() {
+    static const QString text = QStringLiteral("This is the last page");
+    return text;
+}
+
+const QString &firstPageText() {
+    static const QString text = QStringLiteral("This is the first page");
+    return text;
+}
+
+} // namespace
+
+bool frmPrintpreview::dispatch(const QString &command) {
+    const int page = m_view->currentPage();
+    const int count = m_view->pageCount();
+    if (command == QLatin1String("mnuViewNext"))
+        navigate(page + 1, true);
+    else if (command == QLatin1String("mnuViewPrevious"))
+        navigate(page - 1, false);
+    else if (command == QLatin1String("mnuViewLast"))
+        navigate(page >= count ? count + 1 : count, true);
+    else if (command == QLatin1String("mnuViewFirst"))
+        navigate(page <= 1 ? 0 : 1, false);
+    else if (command == QLatin1String("mnuThumb"))
+        zoomToMode(ZoomMode::Thumbnail);
+    else if (command == QLatin1String("mnuTwopages"))
+        zoomToMode(ZoomMode::TwoPages);
+    else if (command == QLatin1String("mnuWholePage"))
+        zoomToMode(ZoomMode::WholePage);
+    else if (command == QLatin1String("mnuPageWidth"))
+        zoomToMode(ZoomMode::PageWidth);
+    else if (command == QLatin1String("mnuStretch"))
+        zoomToMode(ZoomMode::Stretch);
+    else if (command == QLatin1String("mnuPercentage"))
+        zoomToMode(ZoomMode::Percentage);
+    else if (command == QLatin1String("mnuZoomIn"))
+        zoomStep(1);
+    else if (command == QLatin1String("mnuZoomOut"))
+        zoomStep(-1);
+    else if (command == QLatin1String("mnuZoomPg"))
+        zoomToChosenMode();
+    else if (command == QLatin1String("mnuZoom%"))
+        zoomToChosenPercent();
+    else if (command == QLatin1String("mnuFindText"))
+        openFind();
+    else if (command == QLatin1String("mnuPrint"))
+        printDocument();
+    else if (command == QLatin1String("mnuViewPDF"))
+        exportPdf();
+    else if (command == QLatin1String("mnuHTML"))
+        exportHtml();
+    else if (command == QLatin1String("mnuRTF"))
+        exportRtf();
+    else if (command == QLatin1String("mnuAbout"))
+        m_actions.about();
+    else if (command == QLatin1String("mnuHelpTopic"))
+        m_actions.help();
+    else if (command == QLatin1String("mnuExit"))
+        close();
+    else
+        return false;
+    return true;
+}
+
+// At the ends of the document navigation only informs; it never wraps around.
+void frmPrintpreview::navigate(int page, bool forward) {
+    if (page < 1 || page > m_view->pageCount()) {
+        m_prompter.message(forward ? lastPageText() : firstPageText(),
+                           forward ? QStringLiteral("View Next") : QStringLiteral("View Previous"),
+                           MessageIcon::Information);
+        return;
+    }
+    m_view->showPage(page);
+}
+
+void frmPrintpreview::zoomToMode(ZoomMode mode) {
+    if (mode == ZoomMode::Percentage)
+        m_zoom.setPercent(m_zoom.shownPercent()); // keep what is on screen
+    else
+        m_zoom.setMode(mode);
+    m_view->setZoom(m_zoom.mode(), m_zoom.percent());
+    m_zoom.setShownPercent(int(std::lround(m_view->shownPercent())));
+    updateZoomTools(ZoomState::modeName(mode));
+}
+
+void frmPrintpreview::zoomToChosenMode() {
+    const std::optional<ZoomMode> mode = ZoomState::modeFromName(m_zoomMode->currentText());
+    if (!mode) {
+        updateZoomTools(m_zoomModeText);
+        return;
+    }
+    zoomToMode(*mode);
+}
+
+void frmPrintpreview::zoomToChosenPercent() {
+    const std::optional<int> percent = ZoomState::parsePercent(m_zoomPercent->currentText());
+    if (!percent) {
+        updateZoomTools(m_zoomModeText); // back to what is on screen
+        return;
+    }
+    m_zoom.setPercent(*percent);
+    m_view->setZoom(m_zoom.mode(), m_zoom.percent());
+    updateZoomTools(ZoomState::modeName(ZoomMode::Percentage));
+}
+
+void frmPrintpreview::zoomStep(int direction) {
+    if (direction > 0)
+        m_zoom.zoomIn();
+    else
+        m_zoom.zoomOut();
+    m_view->setZoom(m_zoom.mode(), m_zoom.percent());
+    // The step commands show "Zoom" in the mode tool.
+    updateZoomTools(QStringLiteral("Zoom"));
+}
+
+void frmPrintpreview::openFind() {
+    if (!m_find) {
+        m_find = new frmFind(
+            [this](const QString &text, bool matchCase) { findText(text, matchCase); }, this);
+        m_find->adjustSize();
+        // Top right of the preview, where it hides the least of the page.
+        const QPoint corner = mapToGlobal(QPoint(width() - m_find->width() - 40, 90));
+        m_find->move(corner);
+    }
+    m_find->show();
+    m_find->raise();
+    m_find->activateWindow();
+    m_find->activate();
+}
+
+void frmPrintpreview::findText(const QString &text, bool matchCase) {
+    int from = std::max(1, m_view->currentPage());
+    // Find again on the page of the last match goes on with the pages after it.
+    if (m_lastMatch && m_lastMatch->text == text && m_lastMatch->matchCase == matchCase &&
+        m_lastMatch->page == from)
+        ++from;
+    const std::optional<TextMatch> match = m_engine.FindText(text, from, matchCase);
+    if (!match) {
+        m_lastMatch.reset();
+        m_prompter.message(QStringLiteral("Cannot find the string '") + text +
+                               QStringLiteral("' in the document."),
+                           QStringLiteral("Not Found"), MessageIcon::Information);
+        return;
+    }
+    m_lastMatch = LastMatch{text, matchCase, match->page};
+    m_view->showPage(match->page);
+    m_view->setMark(match->page, match->rect);
+}
+
+bool frmPrintpreview::outputAllowed() {
+    if (viewOnly()) {
+        setStatus(QStringLiteral("This preview is for viewing only: printing and export are "
+                                 "not available."));
+        return false;
+    }
+    if (m_layoutRunning) {
+        setStatus(QStringLiteral("Please wait until all pages are laid out."));
+        return false;
+    }
+    return true;
+}
+
+void frmPrintpreview::printDocument() {
+    if (!outputAllowed())
+        return;
+    m_actions.print();
+}
+
+void frmPrintpreview::exportPdf() {
+    if (!outputAllowed())
+        return;
+    FileDialogRequest request;
+    request.title = QStringLiteral("   Save as PDF format ");
+    request.filter = QStringLiteral("pdf(*.pdf)|*.pdf|All Files  (*.*)|*.*");
+    request.defaultExtension = QStringLiteral("pdf");
+    request.folder = m_pdfFolder;
+    request.fileName = m_pdfFileName;
+    const std::optional<QString> path = m_prompter.saveFile(request);
+    if (!path || path->isEmpty())
+        return;
+
+    setStatus(QStringLiteral("Generating PDF file. Please wait..."));
+    {
+        const WaitCursor wait;
+        if (QFileInfo::exists(*path) && !QFile::remove(*path)) {
+            setStatus(QString());
+            m_prompter.message(QStringLiteral("The file - \"") + *path +
+                                   QStringLiteral("\" is in using. "),
+                               QString(), MessageIcon::Exclamation);
+            return;
+        }
+        try {
+            QElapsedTimer painted;
+            painted.start();
+            writePdf(m_engine, *path, [&painted](int) {
+                // Keep the window painted on long documents, without taking new commands.
+                if (painted.elapsed() > 100) {
+                    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+                    painted.restart();
+                }
+            });
+        } catch (const RuntimeError &error) {
+            setStatus(QString());
+            reportError(m_prompter, QStringLiteral("Save As PDF."), error);
+            return;
+        }
+    }
+    setStatus(QString());
+    if (!m_prompter.openDocument(*path, QStringLiteral("PDF document"))) {
+        m_prompter.message(QStringLiteral("To view PDF file, You need to install Acrobat "
+                                          "Reader.\n") +
+                               readerHint(),
+                           QString(), MessageIcon::Information);
+    }
+}
+
+void frmPrintpreview::exportHtml() {
+    if (!outputAllowed())
+        return;
+    setStatus(QStringLiteral("Generating HTML file. Please wait..."));
+    {
+        const WaitCursor wait;
+        m_actions.rerunHtml();
+    }
+    resetDocument();
+    setStatus(QString());
+}
+
+void frmPrintpreview::exportRtf() {
+    if (!outputAllowed())
+        return;
+    QString written;
+    {
+        const WaitCursor wait;
+        written = m_actions.rerunRtf();
+    }
+    resetDocument();
+    if (!written.isEmpty())
+        m_prompter.openDocument(written, QStringLiteral("RTF document"));
+}
+
+} // namespace tavrel

@@ -202,7 +202,7 @@ void SettingsStoreTest::pageArea() {
     QCOMPARE(m.right, 360);
     QCOMPARE(m.top, 1440);
     QCOMPARE(m.bottom, 480); // 479.52 rounds to 480
-    const PageArea area = SettingsRules::pageArea(m);
+    const UsablePageArea area = SettingsRules::pageArea(m);
     QCOMPARE(area.usableWidthPortrait, 12240 - 720 - 360);
     QCOMPARE(area.usableWidthLandscape, 15840 - 720 - 360);
     QCOMPARE(area.usableHeightPortrait, 15840 - 1440 - 480 - 1500);

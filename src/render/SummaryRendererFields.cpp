@@ -99,7 +99,9 @@ void fill(SummaryFieldLists &lists, const SummaryTotals &totals, int boxIndex,
     QString &value = lists.values[std::size_t(boxIndex)];
 
     if (caption == QLatin1String("Total Option / Description")) {
+        // Its value is the option list, which the page prints beside the label.
         label = FieldCatalog::totalLabel(caption);
+        value.clear();
         return;
     }
     if (caption == QLatin1String("Total Additional Charges")) {

@@ -3,6 +3,8 @@
 #include "base/ConsolePrompter.h"
 #include "base/IniFile.h"
 #include "base/RuntimeError.h"
+#include "render/BodyRenderer.h"
+#include "render/CoverRenderer.h"
 #include "render/DisplayListJson.h"
 #include "render/ImageOutput.h"
 #include "render/OutputHelpers.h"
@@ -11,6 +13,8 @@
 #include "render/PlaceholderSectionRenderer.h"
 #include "render/PrintJob.h"
 #include "render/PrinterOutput.h"
+#include "render/SummaryRenderer.h"
+#include "shell/ReportJob.h"
 #include "shell/Startup.h"
 
 #include <QCoreApplication>
@@ -185,15 +189,19 @@ int runRender(const QStringList &args) {
         chooseSection(context, QStringLiteral("Summary"), QStringLiteral("Classic Customer.sum"),
                       options.sections[2]);
 
-    // Placeholders until the cover, body and summary renderers exist.
-    PlaceholderSectionRenderer coverRenderer(QStringLiteral("Cover"), cover.templatePath);
-    PlaceholderSectionRenderer bodyRenderer(QStringLiteral("Body"), body.templatePath);
-    PlaceholderSectionRenderer summaryRenderer(QStringLiteral("Summary"), summary.templatePath);
+    // Placeholder until the body renderer exists.
+    const ReportJob report(context, {{cover.templatePath, body.templatePath, summary.templatePath},
+                                     {cover.printable, body.printable, summary.printable}});
+    CoverRenderer coverRenderer(cover.templatePath, report.data(), &prompter);
+    BodyRenderer bodyRenderer(body.templatePath, report.data(), prompter);
+    SummaryRenderer summaryRenderer(summary.templatePath, report.data(), &prompter);
 
     JobState job;
     job.coverPrintable = cover.printable;
     job.bodyPrintable = body.printable;
     job.summaryPrintable = summary.printable;
+    job.landscape = jobIsLandscape({{cover.templatePath, body.templatePath, summary.templatePath},
+                                    {cover.printable, body.printable, summary.printable}});
 
     PrintSettings settings;
     settings.fontName = context.printer.fontName;

@@ -1,16 +1,12 @@
 #include "cli/Commands.h"
 
-#include "base/ErrorReport.h"
+#include "base/ConsolePrompter.h"
 #include "base/IniFile.h"
 #include "base/RuntimeError.h"
-#include "base/ScriptedPrompter.h"
-#include "spec/FieldLengths.h"
+#include "shell/AppContext.h"
+#include "shell/Startup.h"
 #include "spec/OrderFileReader.h"
-#include "spec/SifReader.h"
 #include "spec/SpecJson.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 #include <optional>
 
@@ -18,36 +14,24 @@ namespace tavrel::cli {
 
 namespace {
 
-// The files of a job as start-up derives them from the job file's "Printer" section.
-struct SpecJobFiles {
-    QString sifPath;
-    QString specFileName; // the active document's file name
-    QString cifPath;
-};
-
-// Job files may name paths with "\" or "/"; a relative one is taken from the job file's folder.
-QString localPath(const QString &jobFile, const QString &path) {
-    QString local = path;
-    local.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    if (local.isEmpty() || QDir::isAbsolutePath(local))
-        return local;
-    return QFileInfo(jobFile).absoluteDir().filePath(local);
-}
-
-std::optional<SpecJobFiles> resolveJobFiles(const QString &jobFile) {
-    const IniFile ini = IniFile::load(jobFile);
-    const QString sif = ini.value(QStringLiteral("Printer"), QStringLiteral("TempPrintDocument"));
+// The job's files as start-up derives them (same path rules), without start-up's side effects
+// (no folders made, nothing written back to the job file). False when no SIF file is named.
+bool resolveSpecPaths(const QString &jobFile, JobPaths &paths) {
+    const QString section = QStringLiteral("Printer");
+    paths.jobFile = jobFile;
+    const QString sif = ReadIniValue(section, QStringLiteral("TempPrintDocument"), jobFile);
     if (sif.isEmpty())
-        return std::nullopt;
-    const QString active = ini.value(QStringLiteral("Printer"), QStringLiteral("ActiveDocument"));
-    const qsizetype separator =
-        std::max(active.lastIndexOf(QLatin1Char('\\')), active.lastIndexOf(QLatin1Char('/')));
-    const QString folder = active.left(separator + 1);
-    const QString fileName = active.mid(separator + 1);
+        return false;
+    paths.sifPath = PathRules::resolveAgainst(jobFile, sif);
+    paths.activeDocument = PathRules::resolveAgainst(
+        jobFile, ReadIniValue(section, QStringLiteral("ActiveDocument"), jobFile));
+    const qsizetype separator = PathRules::lastSeparator(paths.activeDocument);
+    paths.activeDocumentFolder = paths.activeDocument.left(separator + 1).trimmed();
+    const QString fileName = PathRules::lastComponent(paths.activeDocument);
     // The name loses its last four characters whether or not they are an extension.
-    const QString name = fileName.left(std::max<qsizetype>(0, fileName.size() - 4));
-    return SpecJobFiles{localPath(jobFile, sif), fileName,
-                        localPath(jobFile, folder + name + QStringLiteral(".cif"))};
+    paths.activeDocumentName = fileName.left(std::max<qsizetype>(0, fileName.size() - 4));
+    paths.cifPath = paths.activeDocumentFolder + paths.activeDocumentName + QStringLiteral(".cif");
+    return true;
 }
 
 const QString helpText = QStringLiteral(
@@ -67,44 +51,27 @@ int runSpec(const QStringList &args) {
         printOut(helpText);
         return wantsHelp(args) ? 0 : 2;
     }
-    const QString jobFile = args.first();
-    const std::optional<SpecJobFiles> files = resolveJobFiles(jobFile);
-    if (!files) {
+    AppContext context;
+    ConsolePrompter prompter;
+    if (!resolveSpecPaths(args.first(), context.paths)) {
         printErr(QStringLiteral("No Active Document Found.\n"));
         return 1;
     }
-
-    int status = 0;
-    SpecData data;
-    try {
-        readSif(files->sifPath, files->specFileName, data);
-    } catch (const RuntimeError &error) {
-        printErr(errorReportText(QStringLiteral("Load Sif."), error.number(), error.description()) +
-                 QLatin1Char('\n'));
-        status = 1;
-    }
-
-    ScriptedPrompter prompter;
-    OrderData order;
-    loadOrderFile(files->cifPath, order, prompter);
-    for (const QString &message : prompter.messages()) {
-        printErr(message + QLatin1Char('\n'));
-        status = 1;
-    }
+    Startup::readSpecification(context, prompter);
+    Startup::readOrderFile(context, prompter);
+    const int status = prompter.messageCount() > 0 ? 1 : 0;
     std::optional<double> chargeSum;
     try {
-        chargeSum = sumOfAdditionalCharges(order);
+        chargeSum = sumOfAdditionalCharges(context.order);
     } catch (const RuntimeError &error) {
         printErr(QStringLiteral("chargeSum: Error %1: %2\n")
                      .arg(error.number())
                      .arg(error.description()));
     }
+    context.fieldLengths.readFromJobFile(args.first());
 
-    FieldLengths lengths = FieldLengths::builtIn();
-    lengths.readFromJobFile(jobFile);
-
-    printOut(
-        QString::fromUtf8(SpecJson::text(SpecJson::document(data, order, chargeSum, lengths))));
+    printOut(QString::fromUtf8(SpecJson::text(
+        SpecJson::document(context.spec, context.order, chargeSum, context.fieldLengths))));
     return status;
 }
 

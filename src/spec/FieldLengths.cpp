@@ -4,6 +4,7 @@
 #include "base/IniFile.h"
 #include "base/RuntimeError.h"
 #include "spec/BasicText.h"
+#include "spec/FieldCatalog.h"
 
 #include <QList>
 #include <QPair>
@@ -116,6 +117,10 @@ QString fieldLabelForCode(const QString &jobFile, const QString &code) {
     if (code.isEmpty())
         return {};
     return splitFieldLengthValue(ReadIniValue(printerSection, code, jobFile)).label;
+}
+
+QString fieldLabel(const QString &jobFile, const QString &caption) {
+    return fieldLabelForCode(jobFile, FieldCatalog::codeForCaption(caption));
 }
 
 } // namespace tavrel

@@ -53,5 +53,8 @@ FieldLengthValue splitFieldLengthValue(const QString &value);
 // The user's label of a field code: the text after the first comma of its key in the job file,
 // trimmed; empty when the value has no comma.
 QString fieldLabelForCode(const QString &jobFile, const QString &code);
+// The user's label of an item field caption ("Part Number" reads key "PN"); empty when the
+// caption is not an item field of the catalog.
+QString fieldLabel(const QString &jobFile, const QString &caption);
 
 } // namespace tavrel

@@ -22,6 +22,8 @@ private slots:
     void writeToJobFile();
     void failedWriteLeavesNothing();
     void labelForCode();
+    void labelForCaption_data();
+    void labelForCaption();
 };
 
 void FieldLengthsTest::builtInLengths_data() {
@@ -129,6 +131,30 @@ void FieldLengthsTest::labelForCode() {
     QCOMPARE(fieldLabelForCode(jobFile, QStringLiteral("PD")), QString());
     QCOMPARE(fieldLabelForCode(jobFile, QStringLiteral("ED")), QString());
     QCOMPARE(fieldLabelForCode(jobFile, QString()), QString());
+}
+
+void FieldLengthsTest::labelForCaption_data() {
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("item caption") << QStringLiteral("Part Number") << QStringLiteral("Part No.");
+    QTest::newRow("generic code reads CG")
+        << QStringLiteral("Generic Code") << QStringLiteral("Generic");
+    QTest::newRow("catalog spelling")
+        << QStringLiteral("Table of Contensts") << QStringLiteral("TOC");
+    QTest::newRow("correct spelling is no caption")
+        << QStringLiteral("Table of Contents") << QString();
+    QTest::newRow("total caption has no label") << QStringLiteral("Total Weight") << QString();
+    QTest::newRow("value without comma") << QStringLiteral("Part Description") << QString();
+}
+
+void FieldLengthsTest::labelForCaption() {
+    QFETCH(QString, caption);
+    QFETCH(QString, label);
+    QTemporaryDir dir;
+    const QString jobFile = dir.filePath(QStringLiteral("job.ini"));
+    testsupport::writeBytes(jobFile, "[Printer]\nPN=12,Part No.\nCG=8, Generic\nTC=10,TOC\n"
+                                     "GC=5,Wrong\nPD=34\nTW=9,Weight\n");
+    QCOMPARE(fieldLabel(jobFile, caption), label);
 }
 
 TAVREL_TEST(FieldLengthsTest)

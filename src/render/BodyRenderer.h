@@ -1,0 +1,123 @@
+#pragma once
+
+#include "render/BodyRendererCells.h"
+#include "render/ExportFragmentWriter.h"
+#include "render/PageBands.h"
+#include "render/PictureCache.h"
+#include "render/SectionRenderer.h"
+#include "templates/PrintDefinitions.h"
+#include "templates/TemplateLayout.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace tavrel {
+
+class PageEngine;
+class Prompter;
+struct ReportData;
+struct SifItem;
+
+// The body pages (`modCustomPreview`): one row per specification record in the columns of a
+// custom template, the option and option-note lines under each item, "SUBTOTAL" records as
+// subtotal rows, and the totals section after the last record; the template's header band,
+// column caption row and footer band on every page.
+//
+// Page flow: a row (or a line under it) that would end lower than 1000 twips above the bottom
+// margin starts a new page; rows are never split. The renderer listens to the engine's new-page
+// notification while it ends a page itself, so the next page gets its header and caption row
+// however it is output (PDF, printer, preview).
+class BodyRenderer : public SectionRenderer {
+public:
+    // Space kept above the bottom margin for the footer, below every row and line.
+    static constexpr double FooterReserve = 1000;
+    // The same for the lines of the "Total Option / Description" box.
+    static constexpr double OptionTotalReserve = 600;
+    // Where rows start on a page without a caption row: below the body start.
+    static constexpr double NoCaptionRowGap = 50;
+
+    // Reads the custom template at templatePath when it renders. data must outlive the
+    // renderer; prompter hears the template reader's "Ran out of index".
+    BodyRenderer(QString templatePath, const ReportData &data, Prompter &prompter);
+    // Renders a template already in memory (the designer's preview, tests).
+    BodyRenderer(TemplateLayout layout, const ReportData &data);
+    ~BodyRenderer() override;
+
+    void render(OutputHelpers &out) override;
+    int pageCount() const override { return m_pageCount; }
+    PageFieldFlags pageFields() const override;
+    void drawPageFieldBand(OutputHelpers &out, Band band, int pageNumber, int pageTotal) override;
+
+private:
+    // A box of the template's body: a column of the item rows, or one whose lines go under them.
+    struct Column {
+        CustomTemplate box;
+        BodyColumnKind kind = BodyColumnKind::Text;
+        double left = 0; // page x of the column
+        QString captionText;
+    };
+    // The option lines or the option-note lines of a record, and the columns that show them.
+    struct SubLineBlock {
+        bool notes = false;
+        std::vector<int> columns; // indices into m_columns
+        qint32 top = 0;           // the highest of their caption tops, which orders the blocks
+    };
+
+    void prepare(PageEngine &engine);
+    void buildCellGrid();
+    void startPageTop(OutputHelpers &out);
+    void drawCaptionRow(OutputHelpers &out);
+    void endPage(OutputHelpers &out);
+    bool needsNewPage(double height, double reserve) const;
+    void breakIfNeeded(OutputHelpers &out, double height, double reserve = FooterReserve);
+
+    // Rows (BodyRendererRows.cpp).
+    void drawRecord(OutputHelpers &out, int record);
+    double measureRow(OutputHelpers &out, int record, bool subtotal);
+    void drawRow(OutputHelpers &out, int record, bool subtotal, double rowHeight);
+    double measureCell(OutputHelpers &out, std::size_t rowColumn, int record, bool subtotal);
+    void drawCell(OutputHelpers &out, std::size_t rowColumn, int record, double top, bool subtotal,
+                  RtfPlacement rtf);
+    void drawIcon(OutputHelpers &out, const QString &resource, double left, double top);
+    void drawSubLines(OutputHelpers &out, const SubLineBlock &block, const SifItem &item);
+    void drawItemRule(PageEngine &engine);
+    double pictureHeight(const QString &path, const QString &size);
+    QString itemPicturePath(const QString &imageText) const;
+    void styleColumn(OutputHelpers &out, int column, bool bold);
+
+    // Totals (BodyRendererTotals.cpp).
+    void drawTotals(OutputHelpers &out);
+    double drawOptionTotal(OutputHelpers &out, const CustomTemplate &box, double top);
+    QString totalBoxText(const CustomTemplate &box) const;
+
+    std::optional<QString> m_templatePath;
+    Prompter *m_prompter = nullptr;
+    const ReportData &m_data;
+    TemplateLayout m_layout;
+    std::unique_ptr<PageBands> m_bands;
+
+    std::vector<Column> m_columns;      // every body box, slot order
+    std::vector<int> m_rowColumns;      // the ones drawn in the item row
+    std::vector<SubLineBlock> m_blocks; // stacked under the row, top-down
+    std::vector<CustomTemplate> m_totalBoxes;
+    // Cell texts: one list per entry of m_rowColumns, one text per record (index record - 1).
+    std::vector<std::vector<QString>> m_cells;
+    PictureCache m_pictureSizes;
+
+    OutputHelpers *m_out = nullptr; // set while rendering, for the new-page notification
+    bool m_newPageInProgress = false;
+    int m_firstPage = 0;
+    int m_pageCount = 0;
+    int m_rowsOnPage = 0;
+    double m_y = 0;
+    double m_captionBottom = 0; // page y below the caption row, 0 when there is none
+    double m_spanLeft = 0;      // page x of the leftmost and rightmost column edges
+    double m_spanRight = 0;
+    int m_styledColumn = -1; // the column whose font the engine holds, -1 when unknown
+};
+
+} // namespace tavrel

@@ -189,7 +189,7 @@ int runRender(const QStringList &args) {
         chooseSection(context, QStringLiteral("Summary"), QStringLiteral("Classic Customer.sum"),
                       options.sections[2]);
 
-    // Placeholder until the body renderer exists.
+    // The section renderers of the job, over the inputs start-up loaded.
     const ReportJob report(context, {{cover.templatePath, body.templatePath, summary.templatePath},
                                      {cover.printable, body.printable, summary.printable}});
     CoverRenderer coverRenderer(cover.templatePath, report.data(), &prompter);

@@ -101,8 +101,8 @@ void BoxSectionRenderer::drawBodyFrames(OutputHelpers &out, const SectionFlow &f
     PageEngine &engine = out.engine();
     const int lastPage = engine.PageCount();
     const double left = engine.MarginLeft();
-    // Rectangles and lines of the body move with the boxes above them, and go on the page of the
-    // section where their top falls.
+    // Rectangles go with the boxes they frame, lines with the boxes above them, each on the page
+    // of the section where its top falls.
     const auto onPage = [&](int sectionPage, const auto &draw) {
         const int page = lastPage - flow.pageCount() + sectionPage;
         if (page == lastPage) {
@@ -117,18 +117,14 @@ void BoxSectionRenderer::drawBodyFrames(OutputHelpers &out, const SectionFlow &f
         const PrintRect &rect = m_layout.rect(slot);
         if (!rect.rectVisible)
             continue;
-        const SectionFlow::Position top = flow.positionOf(rect.rectTop);
-        const SectionFlow::Position bottom = flow.positionOf(rect.rectTop + rect.rectHeight);
-        // A frame split by a page break ends at the bottom of its first page.
-        const double bottomY =
-            bottom.sectionPage == top.sectionPage ? bottom.y : std::max(top.y, flow.bodyBottom());
-        onPage(top.sectionPage, [&] {
+        const SectionFlow::Frame frame = flow.frameOf(rect.rectTop, rect.rectTop + rect.rectHeight);
+        onPage(frame.sectionPage, [&] {
             engine.setBrushStyle(BrushStyles::Transparent);
             engine.setPenColor(ColorNumber(rect.rectColor) & 0xFFFFFF);
             engine.setPenStyle(PenStyles::Solid);
             engine.setPenWidth(0);
-            engine.DrawRectangle(left + rect.rectLeft, top.y, left + rect.rectLeft + rect.rectWidth,
-                                 bottomY);
+            engine.DrawRectangle(left + rect.rectLeft, frame.top,
+                                 left + rect.rectLeft + rect.rectWidth, frame.bottom);
         });
     }
     for (int slot = 1; slot <= TemplateLayout::LineCapacity; ++slot) {

@@ -46,6 +46,9 @@ double SectionFlow::place(int level, double designedTop, double designedBottom, 
     box.topShift = y - (m_bodyTop + designedTop + shift());
     box.bottomShift = box.topShift;
     box.runningPosition = y + LevelStep;
+    box.topPage = box.bottomPage = pageCount();
+    box.top = y;
+    box.bottom = y + (box.designedBottom - designedTop);
     m_boxes.push_back(box);
     return y;
 }
@@ -56,6 +59,12 @@ void SectionFlow::reached(double y) {
     PlacedBox &box = m_boxes.back();
     box.runningPosition = y + LevelStep;
     box.bottomShift = std::max(box.topShift, y - (m_bodyTop + box.designedBottom + shift()));
+    if (pageCount() != box.bottomPage) {
+        box.bottomPage = pageCount();
+        box.bottom = y;
+    } else {
+        box.bottom = std::max(box.bottom, y);
+    }
 }
 
 double SectionFlow::lineAt(double y, double height) {
@@ -75,6 +84,35 @@ SectionFlow::Position SectionFlow::positionOf(double designedY) const {
             return {page, y};
     }
     return {1, m_bodyTop};
+}
+
+SectionFlow::Frame SectionFlow::frameOf(double designedTop, double designedBottom) const {
+    const PlacedBox *first = nullptr;
+    for (const PlacedBox &box : m_boxes) {
+        if (box.designedTop >= designedTop && box.designedBottom <= designedBottom &&
+            (!first || box.designedTop < first->designedTop))
+            first = &box;
+    }
+    if (!first) {
+        const Position top = positionOf(designedTop);
+        const Position bottom = positionOf(designedBottom);
+        return {top.sectionPage, top.y,
+                bottom.sectionPage == top.sectionPage ? bottom.y : std::max(top.y, m_bodyBottom)};
+    }
+    Frame frame;
+    frame.sectionPage = first->topPage;
+    frame.top = std::max(m_bodyTop, first->top - (first->designedTop - designedTop));
+    frame.bottom = frame.top;
+    for (const PlacedBox &box : m_boxes) {
+        if (box.designedTop < designedTop || box.designedBottom > designedBottom ||
+            box.topPage != frame.sectionPage)
+            continue;
+        const double bottom = box.bottomPage == frame.sectionPage
+                                  ? box.bottom + (designedBottom - box.designedBottom)
+                                  : m_bodyBottom;
+        frame.bottom = std::max(frame.bottom, bottom);
+    }
+    return frame;
 }
 
 void SectionFlow::newPage(double y) {

@@ -60,9 +60,20 @@ public:
     // page when the line would pass the bottom at y.
     double lineAt(double y, double height);
 
-    // Where an element designed at designedY (rectangles, lines of the body) belongs, moved
-    // like a box there would be by the growth of the boxes above it.
+    // Where an element designed at designedY (lines of the body) belongs, moved like a box
+    // there would be by the growth of the boxes above it.
     Position positionOf(double designedY) const;
+
+    // Where a frame designed from designedTop to designedBottom goes: with the boxes it encloses
+    // in the design, when there are any (its top as far above the first of them as designed,
+    // its bottom as far below the lowest of them on that page), otherwise by positionOf. A
+    // frame whose boxes end on a later page ends at the body bottom.
+    struct Frame {
+        int sectionPage = 1;
+        double top = 0;
+        double bottom = 0;
+    };
+    Frame frameOf(double designedTop, double designedBottom) const;
 
     double bodyTop() const { return m_bodyTop; }
     double bodyBottom() const { return m_bodyBottom; }
@@ -79,6 +90,11 @@ private:
         double topShift = 0;    // how far the box was moved from its designed place
         double bottomShift = 0; // how far its bottom ended below the designed bottom
         double runningPosition = 0;
+        // Where it went: the section pages and page twips of its top and of its bottom.
+        int topPage = 1;
+        double top = 0;
+        int bottomPage = 1;
+        double bottom = 0;
     };
 
     // The growth the boxes wholly above designedY pass on to a box of the level.

@@ -190,6 +190,7 @@ void BodyRenderer::startPageTop(OutputHelpers &out) {
     drawCaptionRow(out);
     m_y = m_captionBottom > 0 ? m_captionBottom + BodyLayout::FirstRowGap
                               : m_bands->bodyOrigin(engine).y() + NoCaptionRowGap;
+    m_firstRowY = m_y;
 }
 
 void BodyRenderer::drawCaptionRow(OutputHelpers &out) {

@@ -83,7 +83,26 @@ private:
     void drawCell(OutputHelpers &out, std::size_t rowColumn, int record, double top, bool subtotal,
                   RtfPlacement rtf);
     void drawIcon(OutputHelpers &out, const QString &resource, double left, double top);
-    void drawSubLines(OutputHelpers &out, const SubLineBlock &block, const SifItem &item);
+    // One option or option-note line: its two texts and the height it takes.
+    struct SubLine {
+        QString code;
+        QString description;
+        double height = 0;
+    };
+    // Where a column draws its part of a sub-line.
+    struct SubLineText {
+        QString text;
+        double left = 0;
+        double width = 0;
+        int align = 0;
+        RtfPlacement rtf;
+    };
+    std::vector<SubLine> measureSubLines(OutputHelpers &out, const SubLineBlock &block,
+                                         const SifItem &item);
+    std::vector<SubLineText> subLineTexts(const SubLineBlock &block, int columnIndex,
+                                          const SubLine &line) const;
+    void drawSubLines(OutputHelpers &out, const SubLineBlock &block,
+                      const std::vector<SubLine> &lines);
     void drawItemRule(PageEngine &engine);
     double pictureHeight(const QString &path, const QString &size);
     QString itemPicturePath(const QString &imageText) const;
@@ -114,6 +133,7 @@ private:
     int m_pageCount = 0;
     int m_rowsOnPage = 0;
     double m_y = 0;
+    double m_firstRowY = 0;     // where rows start on a page
     double m_captionBottom = 0; // page y below the caption row, 0 when there is none
     double m_spanLeft = 0;      // page x of the leftmost and rightmost column edges
     double m_spanRight = 0;

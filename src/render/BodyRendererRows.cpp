@@ -32,13 +32,6 @@ bool isTaxable(const QString &value) {
            v.compare(QLatin1String("False"), Qt::CaseInsensitive) != 0;
 }
 
-struct SubLineText {
-    QString text;
-    double left = 0;
-    double width = 0;
-    int align = 0;
-};
-
 } // namespace
 
 void BodyRenderer::drawRecord(OutputHelpers &out, int record) {
@@ -46,17 +39,29 @@ void BodyRenderer::drawRecord(OutputHelpers &out, int record) {
     const bool subtotal = item.isSubtotal();
     if (subtotal && m_rowsOnPage > 0)
         m_y += BodyLayout::SubtotalGap;
+    std::vector<std::vector<SubLine>> blockLines;
+    double linesHeight = 0;
+    if (!subtotal || m_data.showSubTotalOptions) {
+        for (const SubLineBlock &block : m_blocks) {
+            blockLines.push_back(measureSubLines(out, block, item));
+            for (const SubLine &line : blockLines.back())
+                linesHeight += line.height;
+        }
+    }
     if (!m_rowColumns.empty()) {
         const double rowHeight = measureRow(out, record, subtotal);
-        breakIfNeeded(out, rowHeight);
+        // The row takes its lines along to the next page when they would not fit under it,
+        // unless row and lines together are taller than a whole page.
+        const double pageRoom = m_out->engine().PageHeight() - m_out->engine().MarginBottom() -
+                                FooterReserve - m_firstRowY;
+        breakIfNeeded(out,
+                      rowHeight + linesHeight <= pageRoom ? rowHeight + linesHeight : rowHeight);
         drawRow(out, record, subtotal, rowHeight);
         m_y += rowHeight;
         ++m_rowsOnPage;
     }
-    if (!subtotal || m_data.showSubTotalOptions) {
-        for (const SubLineBlock &block : m_blocks)
-            drawSubLines(out, block, item);
-    }
+    for (std::size_t b = 0; b < blockLines.size(); ++b)
+        drawSubLines(out, m_blocks[b], blockLines[b]);
     if (!subtotal)
         drawItemRule(out.engine());
 }
@@ -176,80 +181,73 @@ void BodyRenderer::drawIcon(OutputHelpers &out, const QString &resource, double 
     out.engine().DrawPicture(resource, left, top, BodyLayout::iconSize(), BodyLayout::iconSize());
 }
 
-void BodyRenderer::drawSubLines(OutputHelpers &out, const SubLineBlock &block,
-                                const SifItem &item) {
+std::vector<BodyRenderer::SubLine>
+BodyRenderer::measureSubLines(OutputHelpers &out, const SubLineBlock &block, const SifItem &item) {
     const QStringList codes =
         BodyCellTexts::fieldLines(block.notes ? item.noteCodes : item.optionCodes);
     const QStringList descriptions =
         BodyCellTexts::fieldLines(block.notes ? item.noteDescriptions : item.optionDescriptions);
     const qsizetype count = std::max(codes.size(), descriptions.size());
     PageEngine &engine = out.engine();
-    std::vector<SubLineText> texts;
-    for (qsizetype line = 0; line < count; ++line) {
-        const QString code = line < codes.size() ? codes.at(line) : QString();
-        const QString description = line < descriptions.size() ? descriptions.at(line) : QString();
+    std::vector<SubLine> lines;
+    lines.reserve(std::size_t(count));
+    for (qsizetype i = 0; i < count; ++i) {
+        SubLine line;
+        line.code = i < codes.size() ? codes.at(i) : QString();
+        line.description = i < descriptions.size() ? descriptions.at(i) : QString();
         double tallest = 0;
         for (int columnIndex : block.columns) {
-            const Column &column = m_columns[std::size_t(columnIndex)];
-            texts.clear();
-            switch (BodyLayout::subLinePart(column.kind)) {
-            case BodyLayout::SubLinePart::Code:
-                texts.push_back({code, column.left, double(column.box.tWidth),
-                                 engineAlignment(column.box.tTextAlign)});
-                break;
-            case BodyLayout::SubLinePart::Description:
-                texts.push_back({description, column.left, double(column.box.tWidth),
-                                 engineAlignment(column.box.tTextAlign)});
-                break;
-            case BodyLayout::SubLinePart::Both: {
-                const BodyLayout::PairWidths widths =
-                    BodyLayout::pairWidths(column.box, block.notes, m_layout.other);
-                texts.push_back({code, column.left, widths.code, 0});
-                texts.push_back({description, column.left + widths.code, widths.description, 0});
-                break;
-            }
-            }
             styleColumn(out, columnIndex, false);
-            for (const SubLineText &t : texts) {
-                engine.CalcParagraph(t.text, BodyLayout::textWidth(t.width));
+            for (const SubLineText &text : subLineTexts(block, columnIndex, line)) {
+                if (text.text.isEmpty())
+                    continue;
+                engine.CalcParagraph(text.text, BodyLayout::textWidth(text.width));
                 tallest = std::max(tallest, engine.TextHeight());
             }
         }
-        const double lineHeight = tallest + 2 * BodyLayout::SubLinePadding;
-        breakIfNeeded(out, lineHeight);
+        line.height = tallest + 2 * BodyLayout::SubLinePadding;
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+std::vector<BodyRenderer::SubLineText>
+BodyRenderer::subLineTexts(const SubLineBlock &block, int columnIndex, const SubLine &line) const {
+    const Column &column = m_columns[std::size_t(columnIndex)];
+    const int align = engineAlignment(column.box.tTextAlign);
+    switch (BodyLayout::subLinePart(column.kind)) {
+    case BodyLayout::SubLinePart::Code:
+        return {{line.code, column.left, double(column.box.tWidth), align, {2, 4}}};
+    case BodyLayout::SubLinePart::Description:
+        return {{line.description, column.left, double(column.box.tWidth), align, {2, 4}}};
+    case BodyLayout::SubLinePart::Both:
+        break;
+    }
+    const BodyLayout::PairWidths widths =
+        BodyLayout::pairWidths(column.box, block.notes, m_layout.other);
+    // RTF: the description follows the code on the same line, as if in a 16-character column.
+    const int gap = int(std::max<qsizetype>(1, 16 - line.code.size())) + 1;
+    return {{line.code, column.left, widths.code, 0, {2, 4}},
+            {line.description, column.left + widths.code, widths.description, 0, {3, gap}}};
+}
+
+void BodyRenderer::drawSubLines(OutputHelpers &out, const SubLineBlock &block,
+                                const std::vector<SubLine> &lines) {
+    PageEngine &engine = out.engine();
+    for (const SubLine &line : lines) {
+        breakIfNeeded(out, line.height);
         const double top = m_y + BodyLayout::SubLinePadding;
         for (int columnIndex : block.columns) {
-            const Column &column = m_columns[std::size_t(columnIndex)];
-            const BodyLayout::SubLinePart part = BodyLayout::subLinePart(column.kind);
             styleColumn(out, columnIndex, false);
-            if (part != BodyLayout::SubLinePart::Description && !code.isEmpty()) {
-                const double width =
-                    part == BodyLayout::SubLinePart::Both
-                        ? BodyLayout::pairWidths(column.box, block.notes, m_layout.other).code
-                        : column.box.tWidth;
-                engine.setTextAlign(part == BodyLayout::SubLinePart::Both
-                                        ? 0
-                                        : engineAlignment(column.box.tTextAlign));
-                out.PrintTextBox(column.left + BodyLayout::CellInset, top,
-                                 BodyLayout::textWidth(width), code, {2, 4});
-            }
-            if (part != BodyLayout::SubLinePart::Code && !description.isEmpty()) {
-                double left = column.left;
-                double width = column.box.tWidth;
-                if (part == BodyLayout::SubLinePart::Both) {
-                    const BodyLayout::PairWidths widths =
-                        BodyLayout::pairWidths(column.box, block.notes, m_layout.other);
-                    left += widths.code;
-                    width = widths.description;
-                }
-                engine.setTextAlign(part == BodyLayout::SubLinePart::Both
-                                        ? 0
-                                        : engineAlignment(column.box.tTextAlign));
-                out.PrintTextBox(left + BodyLayout::CellInset, top, BodyLayout::textWidth(width),
-                                 description, {3, int(std::max<qsizetype>(1, 17 - code.size()))});
+            for (const SubLineText &text : subLineTexts(block, columnIndex, line)) {
+                if (text.text.isEmpty())
+                    continue;
+                engine.setTextAlign(text.align);
+                out.PrintTextBox(text.left + BodyLayout::CellInset, top,
+                                 BodyLayout::textWidth(text.width), text.text, text.rtf);
             }
         }
-        m_y += lineHeight;
+        m_y += line.height;
         ++m_rowsOnPage;
     }
 }

@@ -69,6 +69,9 @@ void BodyRenderer::prepare(PageEngine &engine) {
             column.kind = bodyColumnKind(box.caption);
             column.left = left + box.left;
             column.captionText = BodyLayout::columnCaption(column.box, m_data);
+            if (m_data.fieldLengths)
+                column.fieldLength =
+                    m_data.fieldLengths->length(FieldCatalog::codeForCaption(box.caption));
             m_columns.push_back(std::move(column));
         }
     }

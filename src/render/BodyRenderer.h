@@ -59,6 +59,7 @@ private:
         BodyColumnKind kind = BodyColumnKind::Text;
         double left = 0; // page x of the column
         QString captionText;
+        int fieldLength = 0; // characters the column takes in RTF text columns
     };
     // The option lines or the option-note lines of a record, and the columns that show them.
     struct SubLineBlock {

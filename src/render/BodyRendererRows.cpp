@@ -10,8 +10,6 @@
 #include "render/PageEngine.h"
 #include "render/ReportData.h"
 #include "render/StatusIcons.h"
-#include "spec/FieldCatalog.h"
-#include "spec/FieldLengths.h"
 #include "spec/SpecData.h"
 
 #include <QDir>
@@ -118,11 +116,7 @@ void BodyRenderer::drawRow(OutputHelpers &out, int record, bool subtotal, double
     RtfPlacement rtf{2, 0};
     for (std::size_t c = 0; c < m_rowColumns.size(); ++c) {
         drawCell(out, c, record, top, subtotal, rtf);
-        const CustomTemplate &box = m_columns[std::size_t(m_rowColumns[c])].box;
-        const int length =
-            m_data.fieldLengths
-                ? m_data.fieldLengths->length(FieldCatalog::codeForCaption(box.tCaption))
-                : 0;
+        const int length = m_columns[std::size_t(m_rowColumns[c])].fieldLength;
         const int written = int(m_cells[c][std::size_t(record - 1)].size());
         rtf = {3, std::max(1, length - written) + 1};
     }

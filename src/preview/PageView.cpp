@@ -180,6 +180,15 @@ void PageView::mouseDoubleClickEvent(QMouseEvent *event) {
 }
 
 void PageView::paintEvent(QPaintEvent *event) {
+    // The job may have added or cleared pages since the window last looked: let the window
+    // catch up first, and never paint pages that are gone.
+    if (int(m_engine.pages().size()) != pageCount())
+        emit engineOutOfStep();
+    const int engineCount = int(m_engine.pages().size());
+    if (engineCount < pageCount())
+        reset();
+    else if (engineCount > pageCount())
+        refresh();
     QPainter painter(viewport());
     const QRect exposed = event->rect();
     painter.fillRect(exposed, DeskColor);

@@ -57,6 +57,8 @@ signals:
     // Ctrl + wheel: +1 zoom in, -1 zoom out.
     void zoomStepRequested(int direction);
     void pageActivated(int page);
+    // About to paint, the view found the engine holding another number of pages.
+    void engineOutOfStep();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

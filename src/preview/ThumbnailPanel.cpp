@@ -20,7 +20,9 @@ public:
     }
 
     QVariant data(const QModelIndex &index, int role) const override {
-        if (!index.isValid() || index.row() >= m_count)
+        // The engine can lose pages (a new run) before the model hears of it.
+        if (!index.isValid() || index.row() >= m_count ||
+            index.row() >= int(m_engine.pages().size()))
             return {};
         const int page = index.row() + 1;
         switch (role) {
@@ -131,11 +133,11 @@ ThumbnailPanel::~ThumbnailPanel() {
     setModel(nullptr);
 }
 
-void ThumbnailPanel::refresh() {
+void ThumbnailPanel::refreshPages() {
     m_model->refresh();
 }
 
-void ThumbnailPanel::reset() {
+void ThumbnailPanel::resetPages() {
     m_model->reset();
 }
 

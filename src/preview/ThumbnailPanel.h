@@ -10,8 +10,8 @@ class PageEngine;
 class ThumbnailModel;
 
 // The side panel of small page pictures. Only the thumbnails scrolled into view are rendered
-// (through the page replay), and they are kept in a small cache; refresh() picks up pages added
-// to a document that is still being laid out.
+// (through the page replay), and they are kept in a small cache; refreshPages() picks up pages
+// added to a document that is still being laid out.
 class ThumbnailPanel : public QListView {
     Q_OBJECT
 
@@ -22,8 +22,9 @@ public:
     explicit ThumbnailPanel(const PageEngine &engine, QWidget *parent = nullptr);
     ~ThumbnailPanel() override;
 
-    void refresh();
-    void reset();
+    // Named apart from QAbstractItemView::reset(), which the view calls itself.
+    void refreshPages();
+    void resetPages();
     void setCurrentPage(int page);
     int renderedCount() const;
 

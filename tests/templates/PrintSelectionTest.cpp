@@ -20,7 +20,7 @@ private slots:
     void groupFileGolden();
     void groupFileRoundTrip();
     void groupFileReadRules();
-    void groupToolTipAndDialogs();
+    void groupToolTip();
     void defaultsAreWrittenBack();
     void storedValuesAreKept();
     void failedWriteBackTurnsFlagsOff();
@@ -80,22 +80,12 @@ void PrintSelectionTest::groupFileReadRules() {
     }
 }
 
-void PrintSelectionTest::groupToolTipAndDialogs() {
+void PrintSelectionTest::groupToolTip() {
     QCOMPARE(GroupFile::loadedToolTip(QStringLiteral("C:\\T\\Office.grp")),
              QStringLiteral("\"Office.grp\" is currently loaded. Load another?"));
     QCOMPARE(GroupFile::loadedToolTip(QStringLiteral("/t/My Group.grp")),
              QStringLiteral("\"My Group.grp\" is currently loaded. Load another?"));
     QVERIFY(!isGroupPath(QStringLiteral("x.GRP")));
-    const FileDialogRequest save = GroupFile::saveDialog(QStringLiteral("/t"));
-    QCOMPARE(save.title, QStringLiteral(" Save Group Templates As..."));
-    QCOMPARE(save.filter,
-             QStringLiteral("Tavrel Pagelayout File (*.grp)|*.grp|All Files  (*.*)|*.*"));
-    QCOMPARE(save.defaultExtension, QStringLiteral("grp"));
-    QCOMPARE(save.folder, QStringLiteral("/t"));
-    const FileDialogRequest open = GroupFile::openDialog(QStringLiteral("/t"));
-    QCOMPARE(open.title, QStringLiteral("   Load Group PageLayout Template..."));
-    QCOMPARE(open.filter,
-             QStringLiteral("Tavrel Page Layout File (*.grp)|*.grp|All Files  (*.*)|*.*"));
 }
 
 void PrintSelectionTest::defaultsAreWrittenBack() {

@@ -117,7 +117,41 @@ void PageView::showPage(int page) {
 
 void PageView::setMark(int page, const QRectF &twips) {
     m_mark = std::make_pair(page, twips);
+    scrollMarkIntoView();
     viewport()->update();
+}
+
+QRectF PageView::markRect(const QRect &target) const {
+    const Page &recorded = m_engine.page(m_mark->first);
+    const double sx = target.width() / recorded.width;
+    const double sy = target.height() / recorded.height;
+    const QRectF &twips = m_mark->second;
+    return QRectF(target.left() + twips.left() * sx, target.top() + twips.top() * sy,
+                  twips.width() * sx, twips.height() * sy)
+        .adjusted(-2, -2, 2, 2);
+}
+
+std::optional<QRect> PageView::markOnScreen() const {
+    if (!m_mark || m_mark->first > pageCount())
+        return std::nullopt;
+    const QRect target = m_layout.pages[std::size_t(m_mark->first - 1)].translated(-offset());
+    return markRect(target).toAlignedRect();
+}
+
+// At a high zoom the match can be far from the top of its page.
+void PageView::scrollMarkIntoView() {
+    const std::optional<QRect> mark = markOnScreen();
+    if (!mark)
+        return;
+    const QRect view = viewport()->rect();
+    m_scrolling = true;
+    if (mark->bottom() > view.bottom() || mark->top() < view.top())
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + mark->center().y() -
+                                      view.height() / 3);
+    if (mark->right() > view.right() || mark->left() < view.left())
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() + mark->center().x() -
+                                        view.width() / 2);
+    m_scrolling = false;
 }
 
 void PageView::clearMark() {
@@ -231,17 +265,12 @@ void PageView::paintPageAt(QPainter &painter, int page, const QRect &target, con
 }
 
 void PageView::paintMark(QPainter &painter, const QRect &target) {
-    const Page &recorded = m_engine.page(m_mark->first);
-    const double sx = target.width() / recorded.width;
-    const double sy = target.height() / recorded.height;
-    const QRectF &twips = m_mark->second;
-    const QRectF box(target.left() + twips.left() * sx, target.top() + twips.top() * sy,
-                     twips.width() * sx, twips.height() * sy);
+    const QRectF box = markRect(target);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(MarkColor, 2));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRect(box.adjusted(-2, -2, 2, 2));
+    painter.drawRect(box);
     painter.restore();
 }
 

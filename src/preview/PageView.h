@@ -45,6 +45,8 @@ public:
     // A rectangle (twips) around found text on a page.
     void setMark(int page, const QRectF &twips);
     void clearMark();
+    // Where the mark is on screen (viewport pixels), when there is one.
+    std::optional<QRect> markOnScreen() const;
     std::optional<std::pair<int, QRectF>> mark() const { return m_mark; }
 
     const PreviewLayout &layout() const { return m_layout; }
@@ -77,6 +79,8 @@ private:
     QPoint offset() const;
     void paintPageAt(QPainter &painter, int page, const QRect &target, const QRect &exposed);
     void paintMark(QPainter &painter, const QRect &target);
+    QRectF markRect(const QRect &target) const;
+    void scrollMarkIntoView();
 
     const PageEngine &m_engine;
     PageImageCache m_cache;

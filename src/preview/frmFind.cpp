@@ -25,11 +25,12 @@ frmFind::frmFind(FindCallback find, QWidget *parent)
     m_matchCase = new QCheckBox(QStringLiteral("Match &case"), this);
     m_matchCase->setObjectName(QStringLiteral("chkMatchCase"));
 
-    m_find = new QPushButton(QStringLiteral("&Find Next"), this);
+    m_find = new QPushButton(QStringLiteral("&Find"), this);
     m_find->setObjectName(QStringLiteral("cmdFind"));
     m_find->setDefault(true);
     m_find->setEnabled(false);
-    m_find->setToolTip(QStringLiteral("Find the text from the current page on"));
+    m_find->setToolTip(QStringLiteral("Find the text from the current page on; press again for "
+                                      "the next page that holds it"));
     m_exit = new QPushButton(QStringLiteral("Close"), this);
     m_exit->setObjectName(QStringLiteral("cmdExit"));
 

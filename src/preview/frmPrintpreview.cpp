@@ -25,6 +25,7 @@
 #include <QTime>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 
 #include <cmath>
 
@@ -138,8 +139,7 @@ void frmPrintpreview::buildActions() {
     addCommand(QStringLiteral("mnuPrint"), QStringLiteral("&Print"), QStringLiteral("Ctrl+P"),
                QStringLiteral("Print the report"));
     addCommand(QStringLiteral("mnuViewPDF"), QStringLiteral("Save as P&DF..."), QString(),
-               QStringLiteral("Save the report as a PDF file"))
-        ->setIcon(icon(QStyle::SP_DialogSaveButton));
+               QStringLiteral("Save the report as a PDF file"));
     addCommand(QStringLiteral("mnuHTML"), QStringLiteral("Export &HTML"), QString(),
                QStringLiteral("Export the report as HTML pages and open them"));
     addCommand(QStringLiteral("mnuRTF"), QStringLiteral("Export &RTF"), QString(),
@@ -240,8 +240,22 @@ void frmPrintpreview::buildToolBar() {
     bar->setObjectName(QStringLiteral("MenuBar"));
     bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    // Short tool texts so that every tool fits a window of 800 pixels.
+    action(QStringLiteral("mnuViewPDF"))->setIconText(QStringLiteral("PDF"));
+    action(QStringLiteral("mnuHTML"))->setIconText(QStringLiteral("HTML"));
+    action(QStringLiteral("mnuRTF"))->setIconText(QStringLiteral("RTF"));
+    action(QStringLiteral("mnuFindText"))->setIconText(QStringLiteral("Find..."));
+    action(QStringLiteral("mnuZoomIn"))->setIconText(QStringLiteral(" + "));
+    action(QStringLiteral("mnuZoomOut"))
+        ->setIconText(QStringLiteral(" ") + QChar(0x2212) + QLatin1Char(' '));
+    action(QStringLiteral("mnuExit"))->setIconText(QStringLiteral("Close"));
     const auto add = [this, bar](const char *command) {
-        bar->addAction(action(QString::fromLatin1(command)));
+        QAction *tool = action(QString::fromLatin1(command));
+        bar->addAction(tool);
+        // The page arrows are pictures only; their names are in the tool tips.
+        if (!tool->icon().isNull())
+            if (auto *button = qobject_cast<QToolButton *>(bar->widgetForAction(tool)))
+                button->setToolButtonStyle(Qt::ToolButtonIconOnly);
     };
     add("mnuPrint");
     add("mnuViewPDF");
@@ -262,7 +276,7 @@ void frmPrintpreview::buildToolBar() {
     bar->addWidget(m_pageNumber);
     m_pageTotal = new QLabel(bar);
     m_pageTotal->setObjectName(QStringLiteral("lblPageCount"));
-    m_pageTotal->setMinimumWidth(60);
+    m_pageTotal->setMinimumWidth(50);
     bar->addWidget(m_pageTotal);
     connect(m_pageNumber, &QSpinBox::valueChanged, this, [this](int page) {
         if (page != m_view->currentPage())

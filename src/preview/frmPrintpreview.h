@@ -113,6 +113,7 @@ private:
     void zoomToChosenPercent();
     void zoomStep(int direction);
     void openFind();
+    void keepFindDialogOffMark();
     bool outputAllowed();
     void printDocument();
     void exportPdf();

@@ -176,6 +176,22 @@ void frmPrintpreview::findText(const QString &text, bool matchCase) {
     m_lastMatch = LastMatch{text, matchCase, match->page};
     m_view->showPage(match->page);
     m_view->setMark(match->page, match->rect);
+    keepFindDialogOffMark();
+}
+
+void frmPrintpreview::keepFindDialogOffMark() {
+    const std::optional<QRect> mark = m_view->markOnScreen();
+    if (!m_find || !m_find->isVisible() || !mark)
+        return;
+    const QRect onScreen(m_view->viewport()->mapToGlobal(mark->topLeft()), mark->size());
+    if (!m_find->frameGeometry().intersects(onScreen))
+        return;
+    // Move the dialog to the other half of the page area, top or bottom.
+    const QRect area(m_view->viewport()->mapToGlobal(QPoint(0, 0)), m_view->viewport()->size());
+    const int y = onScreen.center().y() < area.center().y()
+                      ? area.bottom() - m_find->frameGeometry().height() - 20
+                      : area.top() + 20;
+    m_find->move(m_find->x(), y);
 }
 
 bool frmPrintpreview::outputAllowed() {

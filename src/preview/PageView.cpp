@@ -44,7 +44,11 @@ void PageView::relayout() {
         sizes.emplace_back(page.width, page.height);
     m_layout =
         layoutPreviewPages(sizes, m_mode, m_percent, viewport()->size(), double(logicalDpiX()));
+    // New ranges may move the scroll bars; that is not the user scrolling to another page.
+    const bool wasScrolling = m_scrolling;
+    m_scrolling = true;
     updateScrollBars();
+    m_scrolling = wasScrolling;
     const int count = pageCount();
     if (count == 0)
         setCurrent(0);
@@ -83,7 +87,7 @@ void PageView::setZoom(ZoomMode mode, int percent) {
     m_percent = percent;
     relayout();
     if (page > 0)
-        scrollToPage(page);
+        showPage(page);
 }
 
 void PageView::setCurrent(int page) {

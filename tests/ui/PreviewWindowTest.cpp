@@ -131,6 +131,8 @@ private slots:
     void zoomLimits();
     void zoomToolsInStep_data();
     void zoomToolsInStep();
+    void zoomKeepsTheCurrentPage();
+    void thumbnailClickShowsThePage();
     void layoutOfModes_data();
     void layoutOfModes();
     void findMarksInViewOnly();
@@ -329,6 +331,35 @@ void PreviewWindowTest::zoomToolsInStep() {
     QCOMPARE(f.window->zoomPercentTool()->currentText(), QString("%1%").arg(onScreen));
     if (percentTool != "fit")
         QCOMPARE(f.window->zoomPercentTool()->currentText(), percentTool);
+}
+
+void PreviewWindowTest::zoomKeepsTheCurrentPage() {
+    Fixture f(12);
+    QVERIFY(f.show());
+    f.window->dispatch("mnuViewLast");
+    f.window->dispatch("mnuViewPrevious"); // page 11: the view cannot scroll it to the top
+    QCOMPARE(f.window->currentPage(), 11);
+    for (const char *command : {"mnuThumb", "mnuZoomOut", "mnuTwopages", "mnuPageWidth",
+                                "mnuZoomIn", "mnuStretch", "mnuWholePage"}) {
+        f.window->dispatch(command);
+        QVERIFY2(f.window->currentPage() == 11, command);
+        const QRect page = f.window->pageView()->layout().pages[10].translated(
+            -f.window->pageView()->horizontalScrollBar()->value(),
+            -f.window->pageView()->verticalScrollBar()->value());
+        QVERIFY2(f.window->pageView()->viewport()->rect().intersects(page), command);
+    }
+}
+
+void PreviewWindowTest::thumbnailClickShowsThePage() {
+    Fixture f(5);
+    QVERIFY(f.show());
+    ThumbnailPanel *panel = f.window->thumbnails();
+    const QModelIndex third = panel->model()->index(2, 0);
+    panel->scrollTo(third);
+    QTest::mouseClick(panel->viewport(), Qt::LeftButton, {}, panel->visualRect(third).center());
+    QCOMPARE(f.window->currentPage(), 3);
+    f.window->dispatch("mnuViewNext");
+    QCOMPARE(panel->currentIndex().row(), 3); // the panel follows the view
 }
 
 void PreviewWindowTest::layoutOfModes_data() {

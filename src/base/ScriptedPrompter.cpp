@@ -10,6 +10,14 @@ template <typename T> T takeFront(std::deque<T> &queue, T fallback) {
     queue.pop_front();
     return value;
 }
+ScriptedPrompter::Call makeCall(const char *kind, const QString &text, const QString &title = {}) {
+    ScriptedPrompter::Call call;
+    call.kind = QString::fromLatin1(kind);
+    call.text = text;
+    call.title = title;
+    return call;
+}
+
 } // namespace
 
 QList<ScriptedPrompter::Call> ScriptedPrompter::calls(const QString &kind) const {
@@ -30,7 +38,10 @@ QStringList ScriptedPrompter::messages() const {
 
 MessageAnswer ScriptedPrompter::message(const QString &text, const QString &title, MessageIcon icon,
                                         MessageButtons buttons, MessageAnswer defaultAnswer) {
-    Call call{QStringLiteral("message"), text, title, icon, buttons, defaultAnswer, {}};
+    Call call = makeCall("message", text, title);
+    call.icon = icon;
+    call.buttons = buttons;
+    call.defaultAnswer = defaultAnswer;
     m_calls << call;
     const MessageAnswer fallback =
         buttons == MessageButtons::Ok || buttons == MessageButtons::OkCancel ? MessageAnswer::Ok
@@ -40,45 +51,49 @@ MessageAnswer ScriptedPrompter::message(const QString &text, const QString &titl
 
 std::optional<QString> ScriptedPrompter::input(const QString &prompt, const QString &title,
                                                const QString &defaultText) {
-    Call call{QStringLiteral("input"), prompt, title, {}, {}, {}, {}};
+    Call call = makeCall("input", prompt, title);
     call.file.fileName = defaultText;
     m_calls << call;
     return takeFront(m_inputs, std::optional<QString>());
 }
 
 std::optional<QString> ScriptedPrompter::openFile(const FileDialogRequest &request) {
-    m_calls << Call{QStringLiteral("openFile"), request.title, request.title, {}, {}, {}, request};
+    Call call = makeCall("openFile", request.title, request.title);
+    call.file = request;
+    m_calls << call;
     return takeFront(m_files, std::optional<QString>());
 }
 
 std::optional<QString> ScriptedPrompter::saveFile(const FileDialogRequest &request) {
-    m_calls << Call{QStringLiteral("saveFile"), request.title, request.title, {}, {}, {}, request};
+    Call call = makeCall("saveFile", request.title, request.title);
+    call.file = request;
+    m_calls << call;
     return takeFront(m_files, std::optional<QString>());
 }
 
 std::optional<quint32> ScriptedPrompter::color(quint32 initial) {
-    m_calls << Call{QStringLiteral("color"), QString::number(initial), {}, {}, {}, {}, {}};
+    m_calls << makeCall("color", QString::number(initial));
     return takeFront(m_colors, std::optional<quint32>());
 }
 
 std::optional<FontChoice> ScriptedPrompter::font(const FontChoice &initial) {
-    m_calls << Call{QStringLiteral("font"), initial.name, {}, {}, {}, {}, {}};
+    m_calls << makeCall("font", initial.name);
     return takeFront(m_fonts, std::optional<FontChoice>());
 }
 
 std::optional<QString> ScriptedPrompter::folder(const QString &title, const QString &start) {
-    Call call{QStringLiteral("folder"), title, title, {}, {}, {}, {}};
+    Call call = makeCall("folder", title, title);
     call.file.folder = start;
     m_calls << call;
     return takeFront(m_files, std::optional<QString>());
 }
 
 void ScriptedPrompter::status(const QString &text) {
-    m_calls << Call{QStringLiteral("status"), text, {}, {}, {}, {}, {}};
+    m_calls << makeCall("status", text);
 }
 
 bool ScriptedPrompter::openDocument(const QString &path, const QString &description) {
-    m_calls << Call{QStringLiteral("openDocument"), path, description, {}, {}, {}, {}};
+    m_calls << makeCall("openDocument", path, description);
     return m_openResult;
 }
 

@@ -63,7 +63,9 @@ void writeAtomically(const QString &path, const QByteArray &bytes) {
     if (!info.absoluteDir().exists())
         throw RuntimeError(ErrorNumber::PathNotFound);
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    // Unbuffered, so that a short write (a full disk, a file-size limit) shows at once in the
+    // byte count instead of vanishing in a buffer that commit() flushes without complaint.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         throw RuntimeError(file.error() == QFileDevice::PermissionsError
                                ? ErrorNumber::PermissionDenied
                                : ErrorNumber::PathFileAccessError,

@@ -3,17 +3,11 @@
 #include "base/ConsolePrompter.h"
 #include "base/IniFile.h"
 #include "base/RuntimeError.h"
-#include "render/BodyRenderer.h"
-#include "render/CoverRenderer.h"
 #include "render/DisplayListJson.h"
 #include "render/ImageOutput.h"
-#include "render/OutputHelpers.h"
 #include "render/PageEngine.h"
 #include "render/PdfOutput.h"
-#include "render/PlaceholderSectionRenderer.h"
-#include "render/PrintJob.h"
 #include "render/PrinterOutput.h"
-#include "render/SummaryRenderer.h"
 #include "shell/ReportJob.h"
 #include "shell/Startup.h"
 
@@ -189,42 +183,19 @@ int runRender(const QStringList &args) {
         chooseSection(context, QStringLiteral("Summary"), QStringLiteral("Classic Customer.sum"),
                       options.sections[2]);
 
-    // The section renderers of the job, over the inputs start-up loaded.
-    const ReportJob report(context, {{cover.templatePath, body.templatePath, summary.templatePath},
-                                     {cover.printable, body.printable, summary.printable}});
-    CoverRenderer coverRenderer(cover.templatePath, report.data(), &prompter);
-    BodyRenderer bodyRenderer(body.templatePath, report.data(), prompter);
-    SummaryRenderer summaryRenderer(summary.templatePath, report.data(), &prompter);
-
-    JobState job;
-    job.coverPrintable = cover.printable;
-    job.bodyPrintable = body.printable;
-    job.summaryPrintable = summary.printable;
-    job.landscape = jobIsLandscape({{cover.templatePath, body.templatePath, summary.templatePath},
-                                    {cover.printable, body.printable, summary.printable}});
-
-    PrintSettings settings;
-    settings.fontName = context.printer.fontName;
-    settings.fontSize = context.printer.fontSize;
-    settings.fontBold = context.printer.fontBold;
-    settings.fontItalic = context.printer.fontItalic;
-    settings.fontUnderline = context.printer.fontUnderLine;
-    settings.marginLeft = context.margins.left;
-    settings.marginRight = context.margins.right;
-    settings.marginTop = context.margins.top;
-    settings.marginBottom = context.margins.bottom;
+    const MenuSelection selection{{cover.templatePath, body.templatePath, summary.templatePath},
+                                  {cover.printable, body.printable, summary.printable}};
+    ReportJob report(context, selection, prompter);
 
     PageEngine engine;
     engine.addNewPageListener([](int page) {
         if (page % 100 == 0)
             printErr(QStringLiteral("Laid out %1 pages\n").arg(page));
     });
-    OutputHelpers out(engine, job);
     try {
         QElapsedTimer timer;
         timer.start();
-        PrintDocument(out, job, settings, {&coverRenderer, &bodyRenderer, &summaryRenderer},
-                      {[] { QCoreApplication::processEvents(); }, {}});
+        report.run(engine, [] { QCoreApplication::processEvents(); });
         printErr(QStringLiteral("Laid out %1 pages (%2 s)\n")
                      .arg(engine.pages().size())
                      .arg(double(timer.elapsed()) / 1000.0, 0, 'f', 2));

@@ -9,11 +9,13 @@
 
 namespace tavrel {
 
+class Prompter;
+
 enum class SectionKind { Cover, Body, Summary };
 
-// The renderer of one report section laid out by the template at templatePath. data must outlive
-// the renderer.
+// The renderer of one report section laid out by the template at templatePath; template reading
+// problems are reported through prompter. data and prompter must outlive the renderer.
 std::unique_ptr<SectionRenderer> makeSectionRenderer(SectionKind kind, const QString &templatePath,
-                                                     const ReportData &data);
+                                                     const ReportData &data, Prompter &prompter);
 
 } // namespace tavrel

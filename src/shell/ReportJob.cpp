@@ -42,7 +42,7 @@ bool jobIsLandscape(const MenuSelection &selection) {
     return false;
 }
 
-ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection,
+ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
                      QDateTime reportTime)
     : m_selection(selection) {
     m_data.spec = &context.spec;
@@ -80,11 +80,12 @@ ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection,
     m_job.summaryPrintable = wanted(2);
     m_job.landscape = jobIsLandscape(selection);
     if (m_job.coverPrintable)
-        m_cover = makeSectionRenderer(SectionKind::Cover, selection.templates[0], m_data);
+        m_cover = makeSectionRenderer(SectionKind::Cover, selection.templates[0], m_data, prompter);
     if (m_job.bodyPrintable)
-        m_body = makeSectionRenderer(SectionKind::Body, selection.templates[1], m_data);
+        m_body = makeSectionRenderer(SectionKind::Body, selection.templates[1], m_data, prompter);
     if (m_job.summaryPrintable)
-        m_summary = makeSectionRenderer(SectionKind::Summary, selection.templates[2], m_data);
+        m_summary =
+            makeSectionRenderer(SectionKind::Summary, selection.templates[2], m_data, prompter);
 }
 
 ReportJob::~ReportJob() = default;

@@ -15,6 +15,7 @@ namespace tavrel {
 
 class ExportFragmentWriter;
 class PageEngine;
+class Prompter;
 struct AppContext;
 
 // One report job of the application: the selection, the inputs the renderers read, the job
@@ -23,7 +24,7 @@ struct AppContext;
 class ReportJob {
 public:
     // reportTime: the "Report Date"/"Report Time" of the job (now, unless a test fixes it).
-    ReportJob(const AppContext &context, const MenuSelection &selection,
+    ReportJob(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
               QDateTime reportTime = QDateTime::currentDateTime());
     ~ReportJob();
 
@@ -32,7 +33,7 @@ public:
     const JobState &job() const { return m_job; }
     PrintSettings printSettings() const { return m_settings; }
 
-    // Lays the report out on engine. progress is called between sections and may process
+    // Lays the report out on engine. yieldToUi is called between cover and body and may process
     // events; fragments receives the HTML/RTF output of an export run (may be null).
     void run(PageEngine &engine, const std::function<void()> &yieldToUi = {},
              const ExportFragmentWriter *fragments = nullptr);

@@ -13,7 +13,7 @@ bool printUnattended(AppContext &context, Prompter &prompter) {
     if (!PrintSelection::check(context.paths.jobFile, context.paths.templateFolder, prompter))
         return false;
     try {
-        ReportJob report(context, ReportJob::selectionFromJobFile(context));
+        ReportJob report(context, ReportJob::selectionFromJobFile(context), prompter);
         PageEngine engine;
         report.run(engine);
         printDocumentOn(engine, context.printer.printerDeviceName, context.printer.printCopies);

@@ -89,10 +89,6 @@ void TemplateWriter::write(const QString &path, const TemplateLayout &layout,
                            const QString &titleLine) {
     const QByteArray content = bytes(layout, titleLine);
     TextFile::writeAtomically(path, content);
-    // A write cut short by a full disk or a size limit can go unnoticed until the file is
-    // committed; at least tell the user the template on disk is not what was saved.
-    if (QFileInfo(path).size() != content.size())
-        throw RuntimeError(ErrorNumber::DiskFull, QStringLiteral("Disk full"));
 }
 
 void TemplateWriter::save(const QString &path, const TemplateLayout &layout, Prompter &prompter) {

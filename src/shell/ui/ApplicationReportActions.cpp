@@ -28,8 +28,9 @@ public:
     BusyCursor &operator=(const BusyCursor &) = delete;
 };
 
-void layOut(const AppContext &context, const MenuSelection &selection, PageEngine &engine) {
-    ReportJob report(context, selection);
+void layOut(const AppContext &context, const MenuSelection &selection, PageEngine &engine,
+            Prompter &prompter) {
+    ReportJob report(context, selection, prompter);
     report.run(engine, [] { QCoreApplication::processEvents(); });
 }
 
@@ -51,7 +52,7 @@ void ApplicationReportActions::print(const MenuSelection &selection) {
     try {
         const BusyCursor busy;
         PageEngine engine;
-        layOut(m_context, selection, engine);
+        layOut(m_context, selection, engine, m_prompter);
         printDocumentOn(engine, m_context.printer.printerDeviceName, m_context.printer.printCopies);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Print Document."), error);
@@ -68,7 +69,7 @@ void ApplicationReportActions::exportPdf(const MenuSelection &selection, const Q
     try {
         const BusyCursor busy;
         PageEngine engine;
-        layOut(m_context, selection, engine);
+        layOut(m_context, selection, engine, m_prompter);
         writePdf(engine, pdfPath);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Create PDF."), error);

@@ -265,6 +265,23 @@ void frmPrintpreview::buildToolBar() {
 
     add("mnuViewFirst");
     add("mnuViewPrevious");
+    addPageTools(bar);
+    add("mnuViewNext");
+    add("mnuViewLast");
+    bar->addSeparator();
+    add("mnuFindText");
+    bar->addSeparator();
+
+    add("mnuZoomOut");
+    addZoomPercentTool(bar);
+    add("mnuZoomIn");
+    addZoomModeTool(bar);
+    bar->addSeparator();
+    add("mnuExit");
+}
+
+// "Page [n] of m": type a page number to go there.
+void frmPrintpreview::addPageTools(QToolBar *bar) {
     bar->addWidget(new QLabel(QStringLiteral(" Page "), bar));
     m_pageNumber = new QSpinBox(bar);
     m_pageNumber->setObjectName(QStringLiteral("txtPage"));
@@ -282,13 +299,9 @@ void frmPrintpreview::buildToolBar() {
         if (page != m_view->currentPage())
             m_view->showPage(page);
     });
-    add("mnuViewNext");
-    add("mnuViewLast");
-    bar->addSeparator();
-    add("mnuFindText");
-    bar->addSeparator();
+}
 
-    add("mnuZoomOut");
+void frmPrintpreview::addZoomPercentTool(QToolBar *bar) {
     m_zoomPercent = new QComboBox(bar);
     m_zoomPercent->setObjectName(QStringLiteral("mnuZoom%"));
     m_zoomPercent->setEditable(true);
@@ -301,7 +314,9 @@ void frmPrintpreview::buildToolBar() {
     bar->addWidget(m_zoomPercent);
     connect(m_zoomPercent, &QComboBox::activated, this,
             [this] { dispatch(QStringLiteral("mnuZoom%")); });
-    add("mnuZoomIn");
+}
+
+void frmPrintpreview::addZoomModeTool(QToolBar *bar) {
     m_zoomMode = new QComboBox(bar);
     m_zoomMode->setObjectName(QStringLiteral("mnuZoomPg"));
     m_zoomMode->addItems(ZoomState::modeNames());
@@ -311,8 +326,6 @@ void frmPrintpreview::buildToolBar() {
     bar->addWidget(m_zoomMode);
     connect(m_zoomMode, &QComboBox::activated, this,
             [this] { dispatch(QStringLiteral("mnuZoomPg")); });
-    bar->addSeparator();
-    add("mnuExit");
 }
 
 void frmPrintpreview::buildStatusBar() {

@@ -14,6 +14,7 @@ class QDockWidget;
 class QLabel;
 class QSpinBox;
 class QTimer;
+class QToolBar;
 
 namespace tavrel {
 
@@ -94,6 +95,9 @@ private:
     void buildActions();
     void buildMenus();
     void buildToolBar();
+    void addPageTools(QToolBar *bar);
+    void addZoomPercentTool(QToolBar *bar);
+    void addZoomModeTool(QToolBar *bar);
     void buildStatusBar();
     QAction *addCommand(const QString &command, const QString &text, const QString &shortcut,
                         const QString &tip);

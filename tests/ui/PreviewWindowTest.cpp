@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QScrollBar>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -144,6 +145,7 @@ private slots:
     void runModeThreeIsViewOnly();
     void growingDocument();
     void onlyPagesInViewArePainted();
+    void geometryIsRemembered();
 };
 
 void PreviewWindowTest::captionAndInitialState() {
@@ -622,6 +624,23 @@ void PreviewWindowTest::onlyPagesInViewArePainted() {
     f.window->dispatch("mnuViewLast");
     QTRY_VERIFY(f.window->pageView()->cache().renders() >= 2);
     QVERIFY(f.window->pageView()->cache().renders() <= 4);
+}
+
+void PreviewWindowTest::geometryIsRemembered() {
+    QSettings().remove("frmPrintpreview");
+    {
+        Fixture f(1);
+        f.window->resize(640, 480);
+        QVERIFY(f.show());
+        f.window->close();
+    }
+    PageEngine engine;
+    fillDocument(engine, 1);
+    ScriptedPrompter prompter;
+    RecordingActions actions;
+    const frmPrintpreview again(engine, prompter, actions, "1", "Again");
+    QCOMPARE(again.size(), QSize(640, 480));
+    QSettings().remove("frmPrintpreview");
 }
 
 TAVREL_TEST(PreviewWindowTest)

@@ -16,6 +16,8 @@ packages=(
     cups printer-driver-cups-pdf poppler-utils
     # XDG file-type registration checks
     shared-mime-info xdg-utils libfile-mimeinfo-perl desktop-file-utils
+    # real clients of the HTML and RTF exports
+    chromium libreoffice-writer-nogui
     # fuzzing the readers (libFuzzer with the sanitizers)
     clang libclang-rt-14-dev
     # benchmarks

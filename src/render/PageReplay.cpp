@@ -50,11 +50,16 @@ Qt::BrushStyle toBrushStyle(int style) {
     }
 }
 
+// A width-0 pen is the device's thinnest line. Dashed and dotted lines get 1/96 inch instead,
+// so that their dashes look alike on a 96-dpi image and on a 1440-dpi PDF (and PDF readers
+// differ on dashed hairlines).
 QPen makePen(ColorNumber color, int style, double width) {
+    constexpr double ThinDashedWidth = 15;
     QPen pen(toColor(color));
-    pen.setStyle(toPenStyle(style));
-    // Width 0 is Qt's cosmetic pen: the thinnest line the device can draw.
-    pen.setWidthF(width);
+    const Qt::PenStyle qtStyle = toPenStyle(style);
+    pen.setStyle(qtStyle);
+    pen.setWidthF(width == 0 && qtStyle != Qt::SolidLine && qtStyle != Qt::NoPen ? ThinDashedWidth
+                                                                                 : width);
     return pen;
 }
 

@@ -1,0 +1,232 @@
+#include "render/PageEngine.h"
+#include "base/RuntimeError.h"
+#include "common/TestRegistry.h"
+#include "common/TestSupport.h"
+#include "render/ImageOutput.h"
+
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tavrel;
+
+namespace {
+
+int errorNumberOf(const std::function<void()> &call) {
+    try {
+        call();
+    } catch (const RuntimeError &error) {
+        return error.number();
+    }
+    return 0;
+}
+
+QString writeImage(const QString &folder, const QString &name, int width, int height,
+                   int dotsPerInch) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    if (dotsPerInch > 0) {
+        image.setDotsPerMeterX(qRound(dotsPerInch / 0.0254));
+        image.setDotsPerMeterY(qRound(dotsPerInch / 0.0254));
+    }
+    const QString path = folder + QLatin1Char('/') + name;
+    image.save(path);
+    return path;
+}
+
+} // namespace
+
+class PageEngineTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void pagesAndOrientation();
+    void overlayAppendsToAFinishedPage();
+    void overlayAndPageErrors();
+    void newPageNotification();
+    void pictureSizes_data();
+    void pictureSizes();
+    void pictureErrors();
+    void findTextFromAPageOn();
+    void colourNumbersHaveRedInTheLowByte();
+};
+
+void PageEngineTest::pagesAndOrientation() {
+    PageEngine engine;
+    QCOMPARE(engine.PageWidth(), 12240.0);
+    QCOMPARE(engine.PageHeight(), 15840.0);
+    engine.setOrientation(1);
+    QCOMPARE(engine.PageWidth(), 15840.0);
+    QCOMPARE(engine.PageHeight(), 12240.0);
+    engine.setMarginTop(720);
+    engine.StartDoc();
+    QCOMPARE(engine.CurrentY(), 720.0);
+    engine.setCurrentY(5000);
+    engine.NewPage();
+    QCOMPARE(engine.CurrentY(), 720.0); // a new page starts at the top margin
+    QCOMPARE(engine.PageCount(), 2);
+    QCOMPARE(engine.PreviewPage(), 2);
+    QVERIFY(engine.page(2).landscape);
+    QCOMPARE(engine.page(2).width, 15840.0);
+    engine.EndDoc();
+    engine.Clear();
+    QCOMPARE(engine.PageCount(), 0);
+}
+
+void PageEngineTest::overlayAppendsToAFinishedPage() {
+    PageEngine engine;
+    engine.StartDoc();
+    engine.TextBox(QStringLiteral("first"), 0, 0, 2000, 0);
+    engine.NewPage();
+    engine.TextBox(QStringLiteral("second"), 0, 0, 2000, 0);
+    engine.NewPage();
+    engine.EndDoc();
+    QCOMPARE(engine.page(2).items.size(), std::size_t(1));
+
+    engine.StartOverlay(2);
+    engine.TextBox(QStringLiteral("on top"), 0, 14000, 2000, 0);
+    engine.DrawLine(0, 13900, 12240, 13900);
+    engine.EndOverlay();
+    QCOMPARE(engine.page(1).items.size(), std::size_t(1));
+    QCOMPARE(engine.page(2).items.size(), std::size_t(3));
+    QCOMPARE(std::get<TextItem>(engine.page(2).items[1]).text, QStringLiteral("on top"));
+    QCOMPARE(engine.page(3).items.size(), std::size_t(0));
+    QCOMPARE(engine.PageCount(), 3);
+}
+
+void PageEngineTest::overlayAndPageErrors() {
+    PageEngine engine;
+    // Nothing to draw on before StartDoc or after EndDoc.
+    QCOMPARE(errorNumberOf([&] { engine.TextBox(QStringLiteral("x"), 0, 0, 100, 0); }), 5);
+    engine.StartDoc();
+    engine.NewPage();
+    QCOMPARE(errorNumberOf([&] { engine.StartOverlay(0); }), 5);
+    QCOMPARE(errorNumberOf([&] { engine.StartOverlay(3); }), 5);
+    QCOMPARE(errorNumberOf([&] { engine.EndOverlay(); }), 5);
+    engine.StartOverlay(1);
+    QCOMPARE(errorNumberOf([&] { engine.NewPage(); }), 5);
+    engine.EndOverlay();
+    engine.EndDoc();
+    QCOMPARE(errorNumberOf([&] { engine.DrawLine(0, 0, 1, 1); }), 5);
+    QCOMPARE(errorNumberOf([&] { engine.setOrientation(2); }), 5);
+}
+
+void PageEngineTest::newPageNotification() {
+    PageEngine engine;
+    QList<int> heard;
+    const int id = engine.addNewPageListener([&](int page) {
+        heard << page;
+        // A listener draws on the page that has just begun.
+        engine.TextBox(QStringLiteral("header"), 0, 0, 3000, 0);
+    });
+    engine.StartDoc();
+    QVERIFY(heard.isEmpty()); // StartDoc's first page is not a NewPage
+    engine.NewPage();
+    engine.NewPage();
+    QCOMPARE(heard, (QList<int>{2, 3}));
+    QCOMPARE(engine.page(3).items.size(), std::size_t(1));
+    engine.removeNewPageListener(id);
+    engine.NewPage();
+    QCOMPARE(heard.size(), 2);
+}
+
+void PageEngineTest::pictureSizes_data() {
+    QTest::addColumn<int>("dpi");
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<double>("width");
+    QTest::addColumn<double>("height");
+    // 96 x 48 pixels.
+    QTest::newRow("no resolution is 96 dpi") << 0 << "100%" << 1440.0 << 720.0;
+    QTest::newRow("75%") << 0 << "75%" << 1080.0 << 540.0;
+    QTest::newRow("own resolution") << 48 << "100%" << 2880.0 << 1440.0;
+    QTest::newRow("own resolution 50%") << 192 << "50%" << 360.0 << 180.0;
+    QTest::newRow("empty is natural") << 0 << "" << 1440.0 << 720.0;
+    QTest::newRow("twips") << 0 << "500" << 500.0 << 500.0;
+}
+
+void PageEngineTest::pictureSizes() {
+    QFETCH(int, dpi);
+    QFETCH(QString, size);
+    QFETCH(double, width);
+    QFETCH(double, height);
+    QTemporaryDir dir;
+    const QString path = writeImage(dir.path(), QStringLiteral("logo.png"), 96, 48, dpi);
+    PageEngine engine;
+    engine.StartDoc();
+    engine.DrawPicture(path, 100, 200, size, size);
+    const auto &picture = std::get<PictureItem>(engine.page(1).items.back());
+    QCOMPARE(picture.x, 100.0);
+    QCOMPARE(picture.y, 200.0);
+    QVERIFY2(qAbs(picture.width - width) < 0.5, qPrintable(QString::number(picture.width)));
+    QVERIFY2(qAbs(picture.height - height) < 0.5, qPrintable(QString::number(picture.height)));
+}
+
+void PageEngineTest::pictureErrors() {
+    QTemporaryDir dir;
+    PageEngine engine;
+    engine.StartDoc();
+    QCOMPARE(errorNumberOf([&] {
+                 engine.DrawPicture(dir.filePath(QStringLiteral("missing.png")), 0, 0,
+                                    QStringLiteral("100%"), QStringLiteral("100%"));
+             }),
+             53);
+    const QString text = dir.filePath(QStringLiteral("not-a-picture.png"));
+    testsupport::writeBytes(text, "hello");
+    QCOMPARE(errorNumberOf([&] {
+                 engine.DrawPicture(text, 0, 0, QStringLiteral("100%"), QStringLiteral("100%"));
+             }),
+             481);
+    QCOMPARE(engine.page(1).items.size(), std::size_t(0));
+
+    // Loaded once: the same picture drawn twice shares one image.
+    const QString path = writeImage(dir.path(), QStringLiteral("a.png"), 10, 10, 0);
+    engine.DrawPicture(path, 0, 0, QStringLiteral("100%"), QStringLiteral("100%"));
+    const qint64 key = engine.pictures().find(path)->image.cacheKey();
+    engine.DrawPicture(path, 0, 500, QStringLiteral("50%"), QStringLiteral("50%"));
+    QCOMPARE(engine.pictures().find(path)->image.cacheKey(), key);
+}
+
+void PageEngineTest::findTextFromAPageOn() {
+    PageEngine engine;
+    engine.StartDoc();
+    engine.TextBox(QStringLiteral("Executive desk"), 1000, 1000, 4000, 0);
+    engine.NewPage();
+    engine.TextBox(QStringLiteral("Lounge chair\rExecutive chair"), 1000, 2000, 4000, 0);
+    engine.EndDoc();
+
+    auto match = engine.FindText(QStringLiteral("executive"), 1);
+    QVERIFY(match);
+    QCOMPARE(match->page, 1);
+    QCOMPARE(match->rect.left(), 1000.0);
+    QCOMPARE(match->rect.top(), 1000.0);
+
+    match = engine.FindText(QStringLiteral("Executive"), 2);
+    QVERIFY(match);
+    QCOMPARE(match->page, 2);
+    const double lineSpacing = engine.fonts().at(0).lineSpacing;
+    QCOMPARE(match->rect.top(), 2000 + lineSpacing); // on the second line
+    QVERIFY(qAbs(match->rect.width() - engine.TextWidth(QStringLiteral("Executive"))) < 0.01);
+
+    QVERIFY(!engine.FindText(QStringLiteral("executive"), 1, true));
+    QVERIFY(!engine.FindText(QStringLiteral("sofa"), 1));
+    QVERIFY(!engine.FindText(QStringLiteral("desk"), 2));
+}
+
+void PageEngineTest::colourNumbersHaveRedInTheLowByte() {
+    PageEngine engine;
+    engine.StartDoc();
+    engine.setPenStyle(PenStyles::Transparent);
+    engine.setBrushColor(255); // red
+    engine.DrawRectangle(1440, 1440, 2880, 2880);
+    engine.setBrushColor(0xFF0000); // blue
+    engine.DrawRectangle(4320, 1440, 5760, 2880);
+    engine.EndDoc();
+    const QImage image = renderPageImage(engine, 1, 72);
+    QCOMPARE(image.size(), QSize(612, 792));
+    QCOMPARE(QColor(image.pixel(108, 108)), QColor(Qt::red));
+    QCOMPARE(QColor(image.pixel(252, 108)), QColor(Qt::blue));
+    QCOMPARE(QColor(image.pixel(20, 20)), QColor(Qt::white));
+}
+
+TAVREL_TEST(PageEngineTest)
+#include "PageEngineTest.moc"

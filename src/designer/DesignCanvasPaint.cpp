@@ -1,0 +1,272 @@
+#include "designer/DesignCanvas.h"
+
+#include "designer/DesignerDocument.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <cmath>
+
+namespace tavrel {
+
+namespace {
+
+QColor fromColorNumber(qint32 number) {
+    const auto value = quint32(number);
+    return QColor(int(value & 0xff), int((value >> 8) & 0xff), int((value >> 16) & 0xff));
+}
+
+Qt::PenStyle penStyle(qint16 style) {
+    switch (LineStyle(style)) {
+    case LineStyle::Dash:
+        return Qt::DashLine;
+    case LineStyle::Dot:
+        return Qt::DotLine;
+    case LineStyle::DashDot:
+        return Qt::DashDotLine;
+    case LineStyle::DashDotDot:
+        return Qt::DashDotDotLine;
+    case LineStyle::Solid:
+        break;
+    }
+    return Qt::SolidLine;
+}
+
+Qt::Alignment alignmentOf(qint32 textAlign) {
+    switch (textAlign) {
+    case TextAlign::Right:
+        return Qt::AlignRight;
+    case TextAlign::Center:
+        return Qt::AlignHCenter;
+    case TextAlign::Justify:
+        return Qt::AlignJustify;
+    default:
+        return Qt::AlignLeft;
+    }
+}
+
+const QColor selectionColor(0, 120, 215);
+
+} // namespace
+
+void DesignCanvas::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(128, 128, 128));
+    paintPage(painter);
+    paintBands(painter);
+    paintElements(painter);
+    paintDragFeedback(painter);
+    paintRulers(painter);
+}
+
+void DesignCanvas::paintPage(QPainter &painter) const {
+    const PageArea area = pageArea();
+    const QRect page = widgetRect(QRect(0, 0, area.pageWidth, area.pageHeight));
+    painter.fillRect(page.translated(4, 4), QColor(70, 70, 70));
+    painter.fillRect(page, Qt::white);
+    const QRect printable = widgetRect(QRect(area.marginLeft, area.marginTop, area.printableWidth(),
+                                             area.printableBottom() - area.marginTop));
+    painter.setPen(QPen(QColor(200, 200, 200), 1, Qt::DashLine));
+    painter.drawRect(printable);
+    // Grid dots every eighth of an inch, darker every inch.
+    const double step = GridDrawStep * scale();
+    if (step >= 5) {
+        for (qint32 y = area.marginTop; y <= area.printableBottom(); y += GridDrawStep) {
+            for (qint32 x = area.marginLeft; x <= area.pageWidth - area.marginRight;
+                 x += GridDrawStep) {
+                const bool inch =
+                    (x - area.marginLeft) % 1440 == 0 && (y - area.marginTop) % 1440 == 0;
+                painter.setPen(inch ? QColor(150, 150, 150) : QColor(215, 215, 215));
+                painter.drawPoint(toWidget(QPointF(x, y)));
+            }
+        }
+    }
+    const QRect marker = centerMarkerRect();
+    painter.setPen(QPen(QColor(200, 0, 0), 1));
+    painter.drawLine(marker.center().x(), marker.top(), marker.center().x(), marker.bottom());
+    painter.drawLine(marker.left(), marker.center().y(), marker.right(), marker.center().y());
+    painter.drawEllipse(marker.adjusted(3, 3, -3, -3));
+}
+
+void DesignCanvas::paintBands(QPainter &painter) const {
+    const TemplateLayout &layout = m_document.layout();
+    const PageArea area = pageArea();
+    const qint32 header = layout.bandHeight(Container::header());
+    const qint32 footer = layout.bandHeight(Container::footer());
+    const QRect headerRect(area.marginLeft, area.marginTop, area.printableWidth(),
+                           std::max(header, EmptyBandStrip));
+    const QRect footerRect(area.marginLeft,
+                           area.printableBottom() - std::max(footer, EmptyBandStrip),
+                           area.printableWidth(), std::max(footer, EmptyBandStrip));
+    QFont font = painter.font();
+    font.setPixelSize(10);
+    font.setItalic(true);
+    painter.setFont(font);
+    const auto drawBand = [&](const QRect &pageRect, bool empty, const QString &name) {
+        const QRect r = widgetRect(pageRect);
+        painter.fillRect(r, empty ? QColor(235, 242, 250, 160) : QColor(225, 236, 250));
+        painter.setPen(QPen(QColor(120, 150, 200), 1, empty ? Qt::DotLine : Qt::SolidLine));
+        painter.drawRect(r);
+        painter.setPen(QColor(90, 120, 170));
+        painter.drawText(r.adjusted(4, 1, -4, -1), Qt::AlignRight | Qt::AlignTop,
+                         empty ? name + QStringLiteral(" (empty: drop page fields here)") : name);
+    };
+    drawBand(headerRect, header == 0, QStringLiteral("Header"));
+    drawBand(footerRect, footer == 0, QStringLiteral("Footer"));
+    const QPoint body = layout.containerOrigin(Container::mainPort(), area);
+    painter.setPen(QColor(150, 150, 150));
+    painter.drawText(
+        widgetRect(QRect(body.x(), body.y(), area.printableWidth(), 300)).adjusted(4, 1, -4, 0),
+        Qt::AlignRight | Qt::AlignTop, QStringLiteral("Body"));
+    const qint32 columns = LayoutEdits::bodyColumnsRight(layout);
+    if (columns > area.printableWidth()) {
+        const QPoint edge = toWidget(QPointF(area.pageWidth - area.marginRight, body.y()));
+        painter.setPen(QPen(Qt::red, 2));
+        painter.drawLine(edge.x(), edge.y(), edge.x(), edge.y() + 40);
+    }
+}
+
+void DesignCanvas::paintBox(QPainter &painter, const BoxInfo &box, bool selected,
+                            bool reference) const {
+    const QRect r = widgetRect(boxPageRect(box.index));
+    painter.fillRect(r, box.changeBackcolor ? fromColorNumber(box.custBkColor)
+                                            : QColor(255, 255, 240));
+    painter.setPen(QPen(box.logo || box.imgPlaced ? QColor(160, 120, 40) : QColor(160, 160, 160), 1,
+                        box.notes ? Qt::DashLine : Qt::SolidLine));
+    painter.drawRect(r.adjusted(0, 0, -1, -1));
+    QFont font(box.fontName.isEmpty() ? QStringLiteral("Arial") : box.fontName);
+    font.setPixelSize(std::max(4, int(std::lround(std::max<int>(box.fontSize, 4) * 20 * scale()))));
+    font.setBold(box.fontBold);
+    font.setItalic(box.fontItalic);
+    font.setUnderline(box.fontUnderLine);
+    painter.setFont(font);
+    painter.setPen(fromColorNumber(box.foreColor));
+    QString text = box.caption;
+    if (box.logo)
+        text = QStringLiteral("[Logo %1]").arg(m_document.layout().other.logoSize);
+    else if (box.imgPlaced)
+        text = QStringLiteral("[Image]");
+    if (box.displayLabel)
+        text = QStringLiteral("Label: ") + text;
+    painter.drawText(r.adjusted(2, 0, -2, 0),
+                     alignmentOf(box.textAlign) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    if (!selected)
+        return;
+    painter.setPen(QPen(selectionColor, 2));
+    painter.drawRect(r.adjusted(0, 0, -1, -1));
+    if (reference || m_document.selection().boxes.size() == 1) {
+        painter.fillRect(handleRect(r), selectionColor);
+    } else {
+        painter.setPen(QPen(selectionColor, 1));
+        painter.fillRect(handleRect(r), Qt::white);
+        painter.drawRect(handleRect(r));
+    }
+}
+
+void DesignCanvas::paintElements(QPainter &painter) const {
+    const TemplateLayout &layout = m_document.layout();
+    const DesignerSelection &selection = m_document.selection();
+    for (int slot = 1; slot <= TemplateLayout::RectCapacity; ++slot) {
+        const PrintRect &rect = layout.rect(slot);
+        if (!rect.rectVisible)
+            continue;
+        const QRect r = widgetRect(rectPageRect(slot));
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(fromColorNumber(rect.borderColor), 1));
+        painter.drawRect(r);
+        if (selection.rect == slot) {
+            painter.setPen(QPen(selectionColor, 1, Qt::DashLine));
+            painter.drawRect(r.adjusted(-2, -2, 2, 2));
+            painter.fillRect(handleRect(r), selectionColor);
+        }
+    }
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
+        const BoxInfo &box = layout.box(slot);
+        if (box.placed)
+            paintBox(painter, box, selection.boxes.contains(slot),
+                     !selection.boxes.isEmpty() && selection.boxes.first() == slot);
+    }
+    for (int slot = 1; slot <= TemplateLayout::LineCapacity; ++slot) {
+        const LineInfo &line = layout.line(slot);
+        if (!line.placed)
+            continue;
+        const QRect r = widgetRect(linePageRect(slot));
+        QPen pen(fromColorNumber(line.backColor), std::max(1.0, line.height * scale()),
+                 penStyle(line.boderStyle), Qt::FlatCap);
+        painter.setPen(pen);
+        painter.drawLine(r.left(), r.center().y(), r.right(), r.center().y());
+        if (selection.line == slot) {
+            painter.setPen(QPen(selectionColor, 1, Qt::DashLine));
+            painter.drawRect(r.adjusted(-1, -3, 1, 3));
+            painter.fillRect(handleRect(r), selectionColor);
+        }
+    }
+}
+
+void DesignCanvas::paintDragFeedback(QPainter &painter) const {
+    const QColor outline = m_dragAllowed ? QColor(0, 0, 0) : QColor(220, 0, 0);
+    painter.setBrush(Qt::NoBrush);
+    if (!m_dropOutline.isNull()) {
+        painter.setPen(QPen(outline, 2, Qt::DashLine));
+        painter.drawRect(widgetRect(m_dropOutline));
+    }
+    switch (m_mode) {
+    case Mode::MoveBoxes:
+        painter.setPen(QPen(outline, 2));
+        for (int slot : m_document.selection().boxes)
+            painter.drawRect(widgetRect(boxPageRect(slot).translated(m_moveDelta)));
+        break;
+    case Mode::MoveLine:
+    case Mode::MoveRect:
+    case Mode::ResizeBox:
+    case Mode::ResizeLine:
+    case Mode::ResizeRect: {
+        const ControlGeometry g = m_drag.SetCtrlToRect();
+        painter.setPen(QPen(outline, 2));
+        painter.drawRect(widgetRect(QRect(g.left, g.top, g.width, std::max(g.height, 1))));
+        break;
+    }
+    case Mode::RubberBand: {
+        const ControlGeometry g = m_drag.SetCtrlToRect();
+        painter.setPen(QPen(selectionColor, 1, Qt::DashLine));
+        painter.setBrush(QColor(0, 120, 215, 40));
+        painter.drawRect(widgetRect(QRect(g.left, g.top, g.width, g.height)));
+        painter.setBrush(Qt::NoBrush);
+        break;
+    }
+    case Mode::None:
+        break;
+    }
+}
+
+void DesignCanvas::paintRulers(QPainter &painter) const {
+    const PageArea area = pageArea();
+    painter.fillRect(QRect(0, 0, width(), RulerSize), QColor(240, 240, 240));
+    painter.fillRect(QRect(0, 0, RulerSize, height()), QColor(240, 240, 240));
+    painter.setPen(QColor(90, 90, 90));
+    painter.drawLine(0, RulerSize, width(), RulerSize);
+    painter.drawLine(RulerSize, 0, RulerSize, height());
+    QFont font = painter.font();
+    font.setPixelSize(9);
+    font.setItalic(false);
+    painter.setFont(font);
+    const qint32 eighth = 180;
+    for (qint32 t = 0; t <= area.pageWidth; t += eighth) {
+        const int x = toWidget(QPointF(t, 0)).x();
+        const int length = t % 1440 == 0 ? 10 : t % 720 == 0 ? 7 : t % 360 == 0 ? 5 : 3;
+        painter.drawLine(x, RulerSize - length, x, RulerSize);
+        if (t % 1440 == 0 && t > 0)
+            painter.drawText(x + 2, 10, QString::number(t / 1440));
+    }
+    for (qint32 t = 0; t <= area.pageHeight; t += eighth) {
+        const int y = toWidget(QPointF(0, t)).y();
+        const int length = t % 1440 == 0 ? 10 : t % 720 == 0 ? 7 : t % 360 == 0 ? 5 : 3;
+        painter.drawLine(RulerSize - length, y, RulerSize, y);
+        if (t % 1440 == 0 && t > 0)
+            painter.drawText(2, y + 10, QString::number(t / 1440));
+    }
+    painter.fillRect(QRect(0, 0, RulerSize, RulerSize), QColor(225, 225, 225));
+    painter.drawText(QRect(0, 0, RulerSize, RulerSize), Qt::AlignCenter, QStringLiteral("in"));
+}
+
+} // namespace tavrel

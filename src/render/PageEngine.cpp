@@ -50,6 +50,7 @@ void PageEngine::Clear() {
     m_fonts.clear();
     m_pictures.clear();
     m_measured.clear();
+    m_pageNavBars.clear();
     m_fontIndex = -1;
     m_documentOpen = false;
     m_currentPage = 0;
@@ -510,6 +511,9 @@ void PageEngine::setExportNavBar(int index, const QString &text) {
     if (index < 0 || index > 1)
         invalidCall();
     m_navBars[index] = text;
+    const int page = m_overlayPage != 0 ? m_overlayPage : m_currentPage;
+    if (index == 1 && page != 0 && !m_exportFile.isEmpty())
+        m_pageNavBars.insert(page, text);
 }
 
 QString PageEngine::ExportNavBar(int index) const {
@@ -524,6 +528,10 @@ void PageEngine::ExportRaw(const QString &text) {
     if (m_exportFile.isEmpty())
         return;
     target().exportRaw += text;
+}
+
+QString PageEngine::pageNavBar(int page) const {
+    return m_pageNavBars.value(page);
 }
 
 // ---- notifications --------------------------------------------------------------------------

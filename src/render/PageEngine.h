@@ -135,9 +135,13 @@ public:
     QString ExportFile() const;
     void setExportFormat(int format);
     int ExportFormat() const;
+    // Bar 0 goes to the top of every page file; bar 1, set while a page is drawn or overlaid,
+    // is remembered for that page and goes below its fragments (pageNavBar).
     void setExportNavBar(int index, const QString &text);
     QString ExportNavBar(int index) const;
     void ExportRaw(const QString &text);
+    // The bottom bar set while page (1-based) was drawn or overlaid during an export; "" if none.
+    QString pageNavBar(int page) const;
 
     // Searches the pages from fromPage onwards for text (a line of a text item holding it).
     std::optional<TextMatch> FindText(const QString &text, int fromPage,
@@ -209,6 +213,7 @@ private:
     QString m_exportFile;
     int m_exportFormat = 0;
     QString m_navBars[2];
+    QHash<int, QString> m_pageNavBars; // page -> bottom bar of an export
 
     std::vector<std::pair<int, NewPageListener>> m_newPageListeners;
     int m_nextListenerId = 1;

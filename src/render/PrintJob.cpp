@@ -1,6 +1,7 @@
 #include "render/PrintJob.h"
 
 #include "base/Conversions.h"
+#include "render/ExportFiles.h"
 #include "render/OutputHelpers.h"
 #include "render/PageEngine.h"
 #include "render/SectionRenderer.h"
@@ -52,11 +53,19 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
     if (job.stopRequest)
         return;
     PageEngine &engine = out.engine();
+    // However the job ends, the engine stops collecting export text.
+    struct ExportEnd {
+        PageEngine &engine;
+        ~ExportEnd() { engine.setExportFile(QString()); }
+    } exportEnd{engine};
     if (job.htmlExport) {
         engine.setExportFile(exportPath(job, QStringLiteral(".htm")));
         engine.setExportFormat(HtmlExportFormat);
         engine.setExportNavBar(0,
                                out.fragments() ? out.fragments()->topNavigationBar() : QString());
+    } else if (job.rtfExport) {
+        // The engine collects the RTF text just as it collects HTML fragments.
+        engine.setExportFile(exportPath(job, QStringLiteral(".rtf")));
     }
     engine.Clear();
     engine.setDocName(printDocumentName());
@@ -122,6 +131,7 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
         // Without page fields the count was not read above; the file naming needs it.
         if (!pageCountRead)
             job.totalPageCount = Conversions::toInt16(engine.PageCount());
+        ExportFiles::writeHtml(engine);
         const QString single = exportPath(job, QStringLiteral(".htm"));
         if (job.totalPageCount > 1) {
             // The descriptions are spelled as the shell has always been given them.
@@ -132,8 +142,11 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
         } else if (callbacks.openDocument) {
             callbacks.openDocument(single, QStringLiteral("preveiw page layout html"));
         }
+    } else if (job.rtfExport) {
+        ExportFiles::writeRtf(engine, settings.fontName, settings.fontSize);
+        if (callbacks.openDocument)
+            callbacks.openDocument(engine.ExportFile(), QStringLiteral("Cst.rtf page"));
     }
-    engine.setExportFile(QString());
 }
 
 } // namespace tavrel

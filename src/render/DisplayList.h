@@ -13,7 +13,6 @@ namespace tavrel {
 // geometry in twips (1440 to the inch, measured from the page's top-left corner). Backends only
 // replay these items; nothing is laid out again.
 
-
 // Brush styles (fill of rectangles and text-box backgrounds).
 namespace BrushStyles {
 constexpr int Solid = 0;

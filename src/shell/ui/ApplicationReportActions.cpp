@@ -8,6 +8,7 @@
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
 #include "shell/SettingsStore.h"
+#include "shell/ui/PreviewSession.h"
 
 #include <QApplication>
 #include <QFile>
@@ -43,9 +44,7 @@ ApplicationReportActions::ApplicationReportActions(AppContext &context, Prompter
 ApplicationReportActions::~ApplicationReportActions() = default;
 
 void ApplicationReportActions::preview(const MenuSelection &selection, const QString &caption) {
-    Q_UNUSED(caption);
-    // Until the preview window lands, the report opens as a PDF in the desktop's viewer.
-    exportPdf(selection, m_context.paths.pdfFolder + QStringLiteral("/Preview.pdf"));
+    PreviewSession::start(m_context, m_prompter, selection, caption, m_window);
 }
 
 void ApplicationReportActions::print(const MenuSelection &selection) {

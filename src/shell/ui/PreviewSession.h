@@ -1,0 +1,55 @@
+#pragma once
+
+#include "preview/PreviewActions.h"
+#include "shell/MenuChecks.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QWidget;
+
+namespace tavrel {
+
+class PageEngine;
+class Prompter;
+class ReportJob;
+class frmPrintpreview;
+struct AppContext;
+
+// One print preview: the engine that holds the document, the job that lays it out, and the
+// preview window's commands that need the job (print, HTML, RTF). It belongs to its preview
+// window and goes with it.
+class PreviewSession : public QObject, public PreviewActions {
+    Q_OBJECT
+
+public:
+    // Shows the preview window at once and lays the report out into it, with progress in
+    // frmMsgbox; page 1 is on screen while later pages are still being laid out.
+    static frmPrintpreview *start(AppContext &context, Prompter &prompter,
+                                  const MenuSelection &selection, const QString &caption,
+                                  QWidget *mainWindow);
+    ~PreviewSession() override;
+
+    void print() override;
+    void rerunHtml() override;
+    QString rerunRtf() override;
+    void about() override;
+    void help() override;
+
+private:
+    PreviewSession(AppContext &context, Prompter &prompter, const MenuSelection &selection);
+    void layOut(frmPrintpreview *window, QWidget *mainWindow);
+
+    AppContext &m_context;
+    Prompter &m_prompter;
+    MenuSelection m_selection;
+    std::unique_ptr<PageEngine> m_engine;
+    std::unique_ptr<ReportJob> m_job;
+};
+
+// The about box text and the help document, shared by the windows.
+void showAbout(Prompter &prompter);
+void openHelp(Prompter &prompter);
+
+} // namespace tavrel

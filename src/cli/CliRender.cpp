@@ -8,6 +8,7 @@
 #include "render/PageEngine.h"
 #include "render/PdfOutput.h"
 #include "render/PrinterOutput.h"
+#include "shell/ReportExport.h"
 #include "shell/ReportJob.h"
 #include "shell/Startup.h"
 
@@ -28,7 +29,8 @@ QString usageText() {
     return QStringLiteral(
         "Usage: tavrel-cli render JOBFILE [--cover T|none] [--body T|none] [--summary T|none]\n"
         "                         [--pdf FILE] [--png DIR [--dpi N]] [--dump FILE.json] "
-        "[--print]\n\n"
+        "[--print]\n"
+        "                         [--html [DIR]] [--rtf [DIR]] [--no-open]\n\n"
         "Loads the job as start-up does (no window), runs the print job over the print\n"
         "selection of the job file (section \"Printer\": \"Cover Template\", \"Cover "
         "Printable\", ...)\n"
@@ -41,6 +43,14 @@ QString usageText() {
         "  --dump FILE.json             the display list as JSON\n"
         "  --print                      print on the job's printer (PrinterDeviceName, "
         "PrintCopies)\n"
+        "  --html [DIR]                 the job as HTML pages in DIR (default: the HTML folder "
+        "of\n"
+        "                               the settings); one page is BASE.htm, more are "
+        "BASE1.htm, ...\n"
+        "  --rtf [DIR]                  the body pages alone as one RTF file in DIR (default: "
+        "the\n"
+        "                               RTF folder of the settings), TEMPLATECst.rtf\n"
+        "  --no-open                    do not hand the exported file to the desktop\n"
         "Progress goes to standard error.\n");
 }
 
@@ -52,7 +62,28 @@ struct RenderOptions {
     double dpi = 96;
     QString dump;
     bool print = false;
+    std::optional<QString> html; // the export folder; "" for the settings' folder
+    std::optional<QString> rtf;
+    bool open = true;
+
+    bool wantsLayout() const {
+        return !pdf.isEmpty() || !pngFolder.isEmpty() || !dump.isEmpty() || print ||
+               (!html && !rtf);
+    }
 };
+
+// The folder after --html or --rtf is optional. A following argument is taken as the folder
+// unless it is an option, or it is the only plain argument left while the job file is missing.
+QString optionalFolder(const QStringList &args, qsizetype &i, bool haveJobFile) {
+    const auto plain = [&](qsizetype at) {
+        return at < args.size() && !args.at(at).startsWith(QLatin1String("--"));
+    };
+    if (!plain(i + 1))
+        return {};
+    if (!haveJobFile && !plain(i + 2))
+        return {};
+    return args.at(++i);
+}
 
 // Returns an error message, empty when the arguments are fine.
 QString parseOptions(const QStringList &args, RenderOptions &options) {
@@ -83,6 +114,12 @@ QString parseOptions(const QStringList &args, RenderOptions &options) {
             }
         } else if (arg == QLatin1String("--print")) {
             options.print = true;
+        } else if (arg == QLatin1String("--html")) {
+            options.html = optionalFolder(args, i, !options.jobFile.isEmpty());
+        } else if (arg == QLatin1String("--rtf")) {
+            options.rtf = optionalFolder(args, i, !options.jobFile.isEmpty());
+        } else if (arg == QLatin1String("--no-open")) {
+            options.open = false;
         } else if (arg.startsWith(QLatin1String("--")) || !options.jobFile.isEmpty()) {
             return QStringLiteral("unexpected argument '%1'").arg(arg);
         } else {
@@ -154,6 +191,25 @@ void writeOutputs(const PageEngine &engine, const RenderOptions &options,
     }
 }
 
+void writeExports(const AppContext &context, const MenuSelection &selection,
+                  const RenderOptions &options, Prompter &prompter) {
+    ExportOptions exportOptions;
+    exportOptions.openWhenDone = options.open;
+    if (options.html) {
+        const QString first =
+            ReportExport::exportHtml(context, selection, prompter, *options.html, exportOptions);
+        printErr(QStringLiteral("HTML: %1\n").arg(first));
+    }
+    if (options.rtf) {
+        const QString written =
+            ReportExport::exportRtf(context, selection, prompter, *options.rtf, exportOptions);
+        if (written.isEmpty())
+            printErr(QStringLiteral("RTF: no body template, nothing written\n"));
+        else
+            printErr(QStringLiteral("RTF: %1\n").arg(written));
+    }
+}
+
 } // namespace
 
 int runRender(const QStringList &args) {
@@ -193,13 +249,16 @@ int runRender(const QStringList &args) {
             printErr(QStringLiteral("Laid out %1 pages\n").arg(page));
     });
     try {
-        QElapsedTimer timer;
-        timer.start();
-        report.run(engine, [] { QCoreApplication::processEvents(); });
-        printErr(QStringLiteral("Laid out %1 pages (%2 s)\n")
-                     .arg(engine.pages().size())
-                     .arg(double(timer.elapsed()) / 1000.0, 0, 'f', 2));
-        writeOutputs(engine, options, context);
+        if (options.wantsLayout()) {
+            QElapsedTimer timer;
+            timer.start();
+            report.run(engine, [] { QCoreApplication::processEvents(); });
+            printErr(QStringLiteral("Laid out %1 pages (%2 s)\n")
+                         .arg(engine.pages().size())
+                         .arg(double(timer.elapsed()) / 1000.0, 0, 'f', 2));
+            writeOutputs(engine, options, context);
+        }
+        writeExports(context, selection, options, prompter);
     } catch (const RuntimeError &error) {
         printErr(QStringLiteral("tavrel-cli render: error %1: %2\n")
                      .arg(error.number())

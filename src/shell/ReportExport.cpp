@@ -1,0 +1,122 @@
+#include "shell/ReportExport.h"
+
+#include "base/Prompter.h"
+#include "render/ExportFiles.h"
+#include "render/ExportMarkupWriter.h"
+#include "render/PageEngine.h"
+#include "shell/AppContext.h"
+#include "shell/ReportJob.h"
+
+#include <QDir>
+
+namespace tavrel {
+
+namespace {
+
+bool wanted(const MenuSelection &selection, std::size_t row) {
+    return selection.printable[row] && !selection.templates[row].isEmpty();
+}
+
+// The template's file name less its last four characters (".cst" and the like).
+QString templateName(const QString &path) {
+    QString name = PathRules::lastComponent(path);
+    name.chop(4);
+    return name;
+}
+
+QString exportFolder(const QString &directory, const QString &fallback) {
+    const QString folder = QDir::cleanPath(directory.isEmpty() ? fallback : directory);
+    // The settings' folders are made at start-up; a folder named for this export may be new.
+    QDir().mkpath(folder);
+    return folder;
+}
+
+QDateTime reportTimeOf(const ExportOptions &options) {
+    return options.reportTime.isValid() ? options.reportTime : QDateTime::currentDateTime();
+}
+
+} // namespace
+
+namespace ReportExport {
+
+QString baseName(const AppContext &context, const MenuSelection &selection) {
+    static constexpr const char *Suffixes[3] = {"Cov", "Cst", "Sum"};
+    int printed = 0;
+    std::size_t only = 0;
+    for (std::size_t row = 0; row < 3; ++row) {
+        if (wanted(selection, row)) {
+            ++printed;
+            only = row;
+        }
+    }
+    if (printed == 1)
+        return templateName(selection.templates[only]) + QLatin1String(Suffixes[only]);
+    // A report of several sections belongs to the document it was printed from.
+    if (!context.paths.activeDocumentName.isEmpty())
+        return context.paths.activeDocumentName;
+    return QStringLiteral("Report");
+}
+
+QString exportHtml(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+                   const QString &directory, const ExportOptions &options) {
+    ReportJob report(context, selection, prompter, reportTimeOf(options));
+    JobState &job = report.job();
+    job.htmlExport = true;
+    job.rtfExport = false;
+    job.exportDirectory = exportFolder(directory, context.paths.htmlFolder);
+    job.exportBaseName = baseName(context, selection);
+
+    PageEngine engine;
+    const ExportMarkupWriter fragments;
+    report.run(engine, {}, &fragments);
+
+    const QString exportFile =
+        job.exportDirectory + QLatin1Char('/') + job.exportBaseName + QStringLiteral(".htm");
+    const int pages = engine.PageCount();
+    const QString first = ExportFiles::firstHtmlPage(exportFile, pages);
+    if (options.openWhenDone) {
+        // The descriptions are spelled as the shell has always been given them.
+        const bool bodyOnly =
+            !wanted(selection, 0) && wanted(selection, 1) && !wanted(selection, 2);
+        QString description;
+        if (bodyOnly)
+            description = QStringLiteral("Cst.html page");
+        else if (pages > 1)
+            description = QStringLiteral("preview paghe layout html");
+        else
+            description = QStringLiteral("preveiw page layout html");
+        prompter.openDocument(first, description);
+    }
+    return first;
+}
+
+QString exportRtf(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+                  const QString &directory, const ExportOptions &options) {
+    if (selection.templates[1].isEmpty())
+        return {};
+    // RTF export is always the body pages alone.
+    MenuSelection bodyOnly;
+    bodyOnly.templates[1] = selection.templates[1];
+    bodyOnly.printable[1] = true;
+
+    ReportJob report(context, bodyOnly, prompter, reportTimeOf(options));
+    JobState &job = report.job();
+    job.htmlExport = false;
+    job.rtfExport = true;
+    job.exportDirectory = exportFolder(directory, context.paths.rtfFolder);
+    job.exportBaseName = baseName(context, bodyOnly);
+
+    PageEngine engine;
+    const ExportMarkupWriter fragments;
+    report.run(engine, {}, &fragments);
+
+    const QString path =
+        job.exportDirectory + QLatin1Char('/') + job.exportBaseName + QStringLiteral(".rtf");
+    if (options.openWhenDone)
+        prompter.openDocument(path, QStringLiteral("Cst.rtf page"));
+    return path;
+}
+
+} // namespace ReportExport
+
+} // namespace tavrel

@@ -146,10 +146,13 @@ void DesignCanvas::paintBox(QPainter &painter, const BoxInfo &box, bool selected
         text = QStringLiteral("[Logo %1]").arg(m_document.layout().other.logoSize);
     else if (box.imgPlaced)
         text = QStringLiteral("[Image]");
-    if (box.displayLabel)
-        text = QStringLiteral("Label: ") + text;
     painter.drawText(r.adjusted(2, 0, -2, 0),
                      alignmentOf(box.textAlign) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    if (box.displayLabel) {
+        // A small tab on the left edge: the field's label prints in front of its value.
+        const QRect tab(r.left() - 1, r.top(), 4, r.height());
+        painter.fillRect(tab, QColor(0, 150, 80));
+    }
     if (!selected)
         return;
     painter.setPen(QPen(selectionColor, 2));

@@ -19,6 +19,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QUndoStack>
 
 namespace tavrel {
 
@@ -37,11 +38,18 @@ frmCustomLayout::frmCustomLayout(DesignerEnvironment environment, Prompter &prom
         updateChecks();
     });
     connect(&m_document, &DesignerDocument::selectionChanged, this, &frmCustomLayout::updateChecks);
+    // The stack takes a command only after running it, so its own signal says when undo is due.
+    connect(&m_document.undoStack(), &QUndoStack::indexChanged, this,
+            &frmCustomLayout::updateChecks);
     openOn(DesignerTexts::untitledName(TemplateKind::Custom));
     resize(1300, 900);
 }
 
-frmCustomLayout::~frmCustomLayout() = default;
+frmCustomLayout::~frmCustomLayout() {
+    // The document outlives nothing here: its stack clears itself while being destroyed.
+    m_document.undoStack().disconnect(this);
+    m_document.disconnect(this);
+}
 
 void frmCustomLayout::buildUi() {
     m_canvas = new DesignCanvas(m_document, this);
@@ -290,6 +298,7 @@ void frmCustomLayout::buildToolBars() {
     for (const char *command : {"mnuLeftJustify", "mnuCenterJustify", "mnuRightJustify"})
         bar->addAction(m_actions.value(QLatin1String(command)));
 
+    addToolBarBreak();
     QToolBar *arrange = addToolBar(QStringLiteral("Arrange"));
     arrange->setObjectName(QStringLiteral("tbArrange"));
     arrange->setMovable(false);

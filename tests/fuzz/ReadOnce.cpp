@@ -1,0 +1,32 @@
+// A plain main for the fuzz targets: runs one file through a target once, in a build without
+// sanitizers or coverage, so that the time a large input takes is the program's own.
+
+#include <QFile>
+
+#include <sys/resource.h>
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+
+int main(int argc, char **argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: %s INPUT\n", argv[0]);
+        return 2;
+    }
+    QFile file(QString::fromLocal8Bit(argv[1]));
+    if (!file.open(QIODevice::ReadOnly))
+        return 2;
+    const QByteArray bytes = file.readAll();
+    const auto start = std::chrono::steady_clock::now();
+    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(bytes.constData()),
+                           std::size_t(bytes.size()));
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    // Seconds for the reader, then the peak resident memory of the process in MB.
+    std::printf("%.3f %.0f\n", elapsed.count(), double(usage.ru_maxrss) / 1024.0);
+    return 0;
+}

@@ -1,5 +1,7 @@
 # Tavrel: the two set-up commands are `make demo` and `make test`.
-.PHONY: all deps release debug asan demo test test-asan bench format clean
+.PHONY: all deps release debug asan demo test test-asan bench fuzz format clean
+
+FUZZ_SECONDS ?= 120
 
 CTEST_FLAGS ?= --output-on-failure
 DEMO_DIR := build/demo
@@ -47,6 +49,10 @@ test-asan: asan
 
 bench: release
 	@bash bench/run.sh build/release/bin
+
+# Each reader's libFuzzer target for FUZZ_SECONDS (clang, AddressSanitizer, UBSan).
+fuzz: deps
+	bash scripts/fuzz.sh $(FUZZ_SECONDS)
 
 format:
 	find src tests bench -name '*.cpp' -o -name '*.h' | xargs clang-format -i

@@ -6,6 +6,7 @@
 #include "render/PageEngine.h"
 #include "render/PrinterOutput.h"
 #include "shell/AppContext.h"
+#include "shell/ReportExport.h"
 #include "shell/ReportJob.h"
 #include "shell/ui/frmMsgbox.h"
 
@@ -91,14 +92,23 @@ void PreviewSession::print() {
 }
 
 void PreviewSession::rerunHtml() {
-    m_prompter.message(QStringLiteral("HTML export is not available in this version."), QString(),
-                       MessageIcon::Information);
+    try {
+        ReportExport::exportHtml(m_context, m_selection, m_prompter, QString());
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("HTML Export."), error);
+    }
 }
 
 QString PreviewSession::rerunRtf() {
-    m_prompter.message(QStringLiteral("RTF export is not available in this version."), QString(),
-                       MessageIcon::Information);
-    return {};
+    try {
+        // The window opens the file itself.
+        ExportOptions options;
+        options.openWhenDone = false;
+        return ReportExport::exportRtf(m_context, m_selection, m_prompter, QString(), options);
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("RTF Export."), error);
+        return {};
+    }
 }
 
 void PreviewSession::about() {

@@ -8,6 +8,7 @@
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
 #include "shell/SettingsStore.h"
+#include "shell/ui/DesignerSession.h"
 #include "shell/ui/PreviewSession.h"
 
 #include <QApplication>
@@ -83,10 +84,8 @@ void ApplicationReportActions::exportPdf(const MenuSelection &selection, const Q
 }
 
 void ApplicationReportActions::openDesigner(int row, const QString &templatePath) {
-    Q_UNUSED(row);
-    m_prompter.message(QStringLiteral("The page layout designer is not available yet (") +
-                           templatePath + QStringLiteral(")."),
-                       QString(), MessageIcon::Information);
+    Q_UNUSED(row); // the path's extension names the kind
+    DesignerSession::open(m_context, m_prompter, templatePath);
 }
 
 void ApplicationReportActions::printerProperties() {

@@ -1,0 +1,78 @@
+#include "shell/ui/DesignerSession.h"
+
+#include "base/ErrorReport.h"
+#include "designer/frmCustomLayout.h"
+#include "render/PageEngine.h"
+#include "render/PrinterOutput.h"
+#include "shell/AppContext.h"
+#include "shell/ReportJob.h"
+#include "shell/ui/PreviewSession.h"
+
+#include <QFileInfo>
+
+namespace tavrel {
+
+namespace {
+
+// A selection that prints only the section of the template's kind.
+MenuSelection sectionOnly(TemplateKind kind, const QString &templatePath) {
+    MenuSelection selection;
+    const int row = kind == TemplateKind::Cover ? 0 : kind == TemplateKind::Custom ? 1 : 2;
+    selection.templates[std::size_t(row)] = templatePath;
+    selection.printable[std::size_t(row)] = true;
+    return selection;
+}
+
+} // namespace
+
+DesignerSession::DesignerSession(AppContext &context, Prompter &prompter)
+    : m_context(context)
+    , m_prompter(prompter) {}
+
+void DesignerSession::open(AppContext &context, Prompter &prompter, const QString &templatePath) {
+    auto *session = new DesignerSession(context, prompter);
+    DesignerEnvironment environment;
+    environment.jobFile = context.paths.jobFile;
+    environment.templateFolder = context.paths.templateFolder;
+    environment.documentName = context.paths.activeDocumentName;
+    environment.marginLeft = context.margins.left;
+    environment.marginTop = context.margins.top;
+    environment.marginRight = context.margins.right;
+    environment.marginBottom = context.margins.bottom;
+    environment.fontName = context.printer.fontName;
+    environment.fontSize = qint16(context.printer.fontSize);
+    environment.fieldLengths = &context.fieldLengths;
+    auto *window = new frmCustomLayout(environment, prompter, *session);
+    // The session goes with its window.
+    session->setParent(window);
+    session->m_window = window;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->openOn(templatePath);
+    window->show();
+}
+
+void DesignerSession::preview(TemplateKind kind, const QString &templatePath) {
+    PreviewSession::start(m_context, m_prompter, sectionOnly(kind, templatePath),
+                          QFileInfo(templatePath).fileName(), m_window);
+}
+
+void DesignerSession::print(TemplateKind kind, const QString &templatePath) {
+    try {
+        ReportJob report(m_context, sectionOnly(kind, templatePath), m_prompter);
+        PageEngine engine;
+        report.run(engine);
+        printDocumentOn(engine, m_context.printer.printerDeviceName, m_context.printer.printCopies);
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("Print Document."), error);
+    }
+}
+
+void DesignerSession::about() {
+    showAbout(m_prompter);
+}
+
+void DesignerSession::help() {
+    openHelp(m_prompter);
+}
+
+} // namespace tavrel

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "designer/DesignerActions.h"
+
+#include <QObject>
+
+class QWidget;
+
+namespace tavrel {
+
+class Prompter;
+struct AppContext;
+
+// The designer window opened from the main window, with its preview and print commands wired to
+// the report job: only the section of the template being designed is printed.
+class DesignerSession : public QObject, public DesignerActions {
+    Q_OBJECT
+
+public:
+    static void open(AppContext &context, Prompter &prompter, const QString &templatePath);
+
+    void preview(TemplateKind kind, const QString &templatePath) override;
+    void print(TemplateKind kind, const QString &templatePath) override;
+    void about() override;
+    void help() override;
+
+private:
+    DesignerSession(AppContext &context, Prompter &prompter);
+
+    AppContext &m_context;
+    Prompter &m_prompter;
+    QWidget *m_window = nullptr;
+};
+
+} // namespace tavrel

@@ -35,7 +35,7 @@ class frmPrintpreview : public QMainWindow {
 
 public:
     // runMode is the job's run mode; in "3" the preview is for viewing only (see
-    // docs/windows-decisions.md). templateName goes into the caption.
+    // the README's window decisions). templateName goes into the caption.
     frmPrintpreview(PageEngine &engine, Prompter &prompter, PreviewActions &actions,
                     const QString &runMode, const QString &templateName, QWidget *parent = nullptr);
     ~frmPrintpreview() override;

@@ -259,7 +259,12 @@ void DesignerFilesTest::closeFlows() {
 }
 
 void DesignerFilesTest::copyHeaderFooter() {
-    auto window = makeWindow(classic("Classic Customer.sum"));
+    // A copy: the flow below answers the save question of "New", which must never write over
+    // the shipped template.
+    const QString summary = m_dir.filePath("Summary Copy.sum");
+    QVERIFY(QFile::copy(classic("Classic Customer.sum"), summary));
+    QFile::setPermissions(summary, QFile::ReadOwner | QFile::WriteOwner);
+    auto window = makeWindow(summary);
     const TemplateLayout source = TemplateReader::load(classic("Classic Customer.cst"), m_prompter);
     const int sourceBand = LayoutEdits::bandBoxSlots(source).size();
     const int ownBody = window->document().layout().placedBoxCount() -

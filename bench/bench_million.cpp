@@ -86,10 +86,14 @@ int main(int argc, char **argv) {
     const double afterRead = peakMegabytes();
 
     ScriptedPrompter prompter;
-    const TemplateLayout layout =
-        TemplateReader::load(QCoreApplication::applicationDirPath() +
-                                 QStringLiteral("/Print Templates/Classic Customer.cst"),
-                             prompter);
+    const QString templatePath = QCoreApplication::applicationDirPath() +
+                                 QStringLiteral("/Print Templates/Classic Customer.cst");
+    const TemplateLayout layout = TemplateReader::load(templatePath, prompter);
+    if (layout.placedBoxCount() == 0) {
+        // Without it every row would be skipped and the figures would mean nothing.
+        std::fprintf(stderr, "no body template at %s\n", qPrintable(templatePath));
+        return 1;
+    }
     const FieldLengths lengths = FieldLengths::builtIn();
     ReportData data;
     data.spec = &spec;

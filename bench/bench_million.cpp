@@ -5,6 +5,7 @@
 //
 // Prints the time of each step and the process's peak resident memory; never fails on them.
 
+#include "base/RuntimeError.h"
 #include "base/ScriptedPrompter.h"
 #include "render/BodyRenderer.h"
 #include "render/OutputHelpers.h"
@@ -106,7 +107,14 @@ int main(int argc, char **argv) {
     PrintSettings settings;
     settings.marginLeft = settings.marginRight = settings.marginTop = settings.marginBottom = 500;
     OutputHelpers out(engine, job);
-    PrintDocument(out, job, settings, {nullptr, &renderer, nullptr});
+    try {
+        PrintDocument(out, job, settings, {nullptr, &renderer, nullptr});
+    } catch (const RuntimeError &error) {
+        // Reported like the program would, with how far the layout got.
+        std::printf("layout stopped after %d pages (%.2f s): error %d: %s\n", engine.PageCount(),
+                    seconds(timer), error.number(), qPrintable(error.description()));
+        return 1;
+    }
     const double lay = seconds(timer);
 
     writePdf(engine, pdf);

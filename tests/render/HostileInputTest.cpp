@@ -190,7 +190,8 @@ void HostileInputTest::largeSpecificationsRender_data() {
         << QByteArray("PD=orphan\r\nPN=A\r\n")
         << QStringLiteral("An Error Occured at - Load Sif.\n\nError Number: 9\n");
     QTest::newRow("binary noise, overflowing quantity")
-        << QByteArray("PN=\x00\xff\x80\r\nQT=1e400\r\n", 24)
+        << QByteArray("PN=\x00\xff\x80\r\nQT=1e400\r\n",
+                      sizeof("PN=\x00\xff\x80\r\nQT=1e400\r\n") - 1)
         << QStringLiteral("An Error Occured at - Load Sif.\n\nError Number: 6\n");
 }
 

@@ -71,14 +71,12 @@ void readUserPreferences(AppContext &context) {
     context.preferences = SettingsStore::readUserPreferences(context.paths.jobFile);
 }
 
-void readSpecification(AppContext &context, Prompter &prompter)
-{
+void readSpecification(AppContext &context, Prompter &prompter) {
     loadSif(context.paths.sifPath, PathRules::lastComponent(context.paths.activeDocument),
             context.spec, prompter);
 }
 
-void readOrderFile(AppContext &context, Prompter &prompter)
-{
+void readOrderFile(AppContext &context, Prompter &prompter) {
     loadOrderFile(context.paths.cifPath, context.order, prompter);
     context.cifPresent = context.order.present;
     context.cifVersion4 = context.order.version4;

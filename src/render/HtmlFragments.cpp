@@ -1,4 +1,5 @@
 #include "render/HtmlFragments.h"
+#include "render/EscapeJoined.h"
 
 #include <cmath>
 
@@ -76,21 +77,8 @@ HtmlMarkup HtmlMarkup::fromData(QStringView data) {
 }
 
 HtmlMarkup HtmlMarkup::fromJoinedData(QStringView joined, QStringView separator) {
-    if (separator.isEmpty())
-        return fromData(joined);
-    QString out;
-    out.reserve(joined.size());
-    qsizetype from = 0;
-    for (;;) {
-        const qsizetype at = joined.indexOf(separator, from);
-        if (at < 0)
-            break;
-        out += HtmlFragments::escapeText(joined.mid(from, at - from));
-        out += separator;
-        from = at + separator.size();
-    }
-    out += HtmlFragments::escapeText(joined.mid(from));
-    return HtmlMarkup(out);
+    return HtmlMarkup(escapeJoined(
+        joined, separator, [](QStringView piece) { return HtmlFragments::escapeText(piece); }));
 }
 
 HtmlMarkup htmlAlignedText(const HtmlMarkup &text) {

@@ -1,4 +1,5 @@
 #include "render/RtfWriter.h"
+#include "render/EscapeJoined.h"
 
 #include "base/TextFile.h"
 #include "base/Windows1252.h"
@@ -33,21 +34,8 @@ RtfMarkup RtfMarkup::fromData(QStringView data) {
 }
 
 RtfMarkup RtfMarkup::fromJoinedData(QStringView joined, QStringView separator) {
-    if (separator.isEmpty())
-        return fromData(joined);
-    QString out;
-    out.reserve(joined.size());
-    qsizetype from = 0;
-    for (;;) {
-        const qsizetype at = joined.indexOf(separator, from);
-        if (at < 0)
-            break;
-        out += RtfWriter::escape(joined.mid(from, at - from));
-        out += separator;
-        from = at + separator.size();
-    }
-    out += RtfWriter::escape(joined.mid(from));
-    return RtfMarkup(out);
+    return RtfMarkup(escapeJoined(joined, separator,
+                                  [](QStringView piece) { return RtfWriter::escape(piece); }));
 }
 
 namespace RtfWriter {

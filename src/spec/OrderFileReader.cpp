@@ -3,6 +3,7 @@
 #include "base/Conversions.h"
 #include "base/ErrorReport.h"
 #include "base/RuntimeError.h"
+#include "base/SubstringIndex.h"
 #include "base/TextFile.h"
 #include "spec/BasicText.h"
 #include "spec/Totals.h"
@@ -39,14 +40,41 @@ int indexDigit(const QString &line, QChar first, Qt::CaseSensitivity sensitivity
     return line[1].digitValue();
 }
 
-// Appends text after a carriage return, or starts with it; with onlyNew, a text already found
-// anywhere in the notes is skipped.
-void appendNote(QString &notes, const QString &text, bool onlyNew) {
-    if (notes.isEmpty())
-        notes = text;
-    else if (!onlyNew || !notes.contains(text))
-        notes += carriageReturn + text;
-}
+// Joins lines into one note: the first becomes the note, later ones follow a carriage return.
+// With onlyNew, a text already found anywhere in the note is skipped; the index keeps that
+// search from growing with the note, as a file of many distinct lines would make it.
+class NoteJoiner {
+public:
+    explicit NoteJoiner(QString &notes)
+        : notes_(notes) {}
+
+    void append(const QString &text, bool onlyNew) {
+        if (notes_.isEmpty()) {
+            notes_ = text;
+            indexed_ = false;
+            return;
+        }
+        if (onlyNew) {
+            if (!indexed_) {
+                index_ = SubstringIndex();
+                index_.append(notes_);
+                indexed_ = true;
+            }
+            if (index_.contains(text))
+                return;
+        }
+        notes_ += carriageReturn + text;
+        if (indexed_) {
+            index_.append(carriageReturn);
+            index_.append(text);
+        }
+    }
+
+private:
+    QString &notes_;
+    SubstringIndex index_;
+    bool indexed_ = false;
+};
 
 // Contact lists are numbered from 1 by the digit of their K or U line; an index outside the
 // list is the failing statement that the reader skips.
@@ -115,7 +143,7 @@ QString *headerField(OrderHeader &header, QStringView tag) {
     }
 }
 
-void readHeaderLine(const QString &line, OrderData &order) {
+void readHeaderLine(const QString &line, OrderData &order, NoteJoiner &comments) {
     const QString text = line.mid(3);
     if (const int digit = indexDigit(line, QLatin1Char('K'), Qt::CaseSensitive); digit >= 0) {
         startContact(order.salesPersons, order.currentSalesPerson, digit, text);
@@ -135,7 +163,7 @@ void readHeaderLine(const QString &line, OrderData &order) {
         *field = text;
     } else if (line.startsWith(QLatin1String("TN="))) {
         // Comments already holding the text anywhere do not take it again.
-        appendNote(order.header.comments, text, true);
+        comments.append(text, true);
     }
 }
 
@@ -146,7 +174,7 @@ void addCharge(OrderData &order, const QString &amount, const QString &name) {
     order.charges.push_back({amount, name, {}});
 }
 
-void readClassicChargeLine(const QString &line, OrderData &order) {
+void readClassicChargeLine(const QString &line, OrderData &order, NoteJoiner &shippingNotes) {
     const QString tag = line.left(3).toUpper();
     const QString text = line.mid(3);
     if (tag == QLatin1String("DE=")) {
@@ -162,11 +190,11 @@ void readClassicChargeLine(const QString &line, OrderData &order) {
         if (line.mid(2, 1) == QLatin1String("=") && !order.charges.empty())
             order.charges.back().amount = text;
     } else if (tag == QLatin1String("SN=")) {
-        appendNote(order.shippingNotes, text, false);
+        shippingNotes.append(text, false);
     }
 }
 
-void readVersion4ChargeLine(const QString &line, OrderData &order) {
+void readVersion4ChargeLine(const QString &line, OrderData &order, NoteJoiner &shippingNotes) {
     if (const int digit = indexDigit(line, QLatin1Char('A'), Qt::CaseInsensitive); digit >= 0) {
         // The digit sets the count: charges come in ascending order, and a lower number after
         // a higher one drops the higher entries.
@@ -183,7 +211,7 @@ void readVersion4ChargeLine(const QString &line, OrderData &order) {
         else if (kind == QLatin1String("S"))
             charge.secondText = line.mid(4) + QStringLiteral(": ");
     } else if (line.left(3).toUpper() == QLatin1String("SN=")) {
-        appendNote(order.shippingNotes, line.mid(3), true);
+        shippingNotes.append(line.mid(3), true);
     }
 }
 
@@ -199,11 +227,12 @@ bool isCifVersion4(const QString &cifPath) {
 }
 
 void readAdditionalChargeLines(const QStringList &lines, bool version4, OrderData &order) {
+    NoteJoiner shippingNotes(order.shippingNotes);
     for (const QString &line : lines) {
         if (version4)
-            readVersion4ChargeLine(line, order);
+            readVersion4ChargeLine(line, order, shippingNotes);
         else
-            readClassicChargeLine(line, order);
+            readClassicChargeLine(line, order, shippingNotes);
     }
 }
 
@@ -213,8 +242,9 @@ void readAdditionalCharges(const QString &cifPath, bool version4, OrderData &ord
 }
 
 void readOrderHeaderLines(const QStringList &lines, OrderData &order) {
+    NoteJoiner comments(order.header.comments);
     for (const QString &line : lines)
-        readHeaderLine(line, order);
+        readHeaderLine(line, order, comments);
 }
 
 void readOrderHeader(const QString &cifPath, OrderData &order) {

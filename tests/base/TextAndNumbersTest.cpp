@@ -2,6 +2,7 @@
 #include "base/ErrorReport.h"
 #include "base/RuntimeError.h"
 #include "base/ScriptedPrompter.h"
+#include "base/SubstringIndex.h"
 #include "base/TextFile.h"
 #include "base/Windows1252.h"
 #include "common/TestRegistry.h"
@@ -9,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -35,6 +37,7 @@ private slots:
     void integerConversion_data();
     void integerConversion();
     void errorReportText();
+    void substringIndexAgreesWithSearch();
 };
 
 void TextAndNumbersTest::windows1252RoundTrip() {
@@ -218,3 +221,28 @@ void TextAndNumbersTest::errorReportText() {
 
 TAVREL_TEST(TextAndNumbersTest)
 #include "TextAndNumbersTest.moc"
+
+// Small alphabets make repeats, which is where the index splits its states; every piece of
+// every prefix, and pieces that are absent, must give the same answer as a plain search.
+void TextAndNumbersTest::substringIndexAgreesWithSearch() {
+    QRandomGenerator random(1234);
+    for (int round = 0; round < 40; ++round) {
+        const int alphabet = 2 + round % 3;
+        QString text;
+        SubstringIndex index;
+        QVERIFY(index.contains(QString()));
+        for (int length = 0; length < 60; ++length) {
+            const QChar next(u'a' + char16_t(random.bounded(alphabet)));
+            text += next;
+            index.append(QStringView(&next, 1));
+            for (int probe = 0; probe < 20; ++probe) {
+                QString piece;
+                for (int i = random.bounded(1, 8); i > 0; --i)
+                    piece += QChar(u'a' + char16_t(random.bounded(alphabet + 1)));
+                QCOMPARE(index.contains(piece), text.contains(piece));
+            }
+        }
+        for (int from = 0; from < text.size(); ++from)
+            QVERIFY(index.contains(QStringView(text).mid(from, 1 + from % 9)));
+    }
+}

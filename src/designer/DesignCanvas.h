@@ -10,7 +10,7 @@ namespace tavrel {
 
 class DesignerDocument;
 
-// The design page: a Letter sheet at the template's orientation with rulers in inches, a grid,
+// The design page: a Letter sheet at the template's orientation with a grid,
 // the header band, the body and the footer band laid out exactly as the renderers print them,
 // and the boxes, lines and rectangles on it. Boxes are selected by click, shift- or ctrl-click
 // and rubber band, moved and resized with the mouse or the arrow keys, and snap to the grid and
@@ -19,8 +19,7 @@ class DesignCanvas : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr int RulerSize = 22;
-    static constexpr int PageOffset = RulerSize + 14;
+    static constexpr int PageOffset = 18;         // grey border around the sheet
     static constexpr qint32 SnapStep = 60;        // twips; the grid boxes snap to (1/24 inch)
     static constexpr qint32 GridDrawStep = 180;   // twips between grid dots (1/8 inch)
     static constexpr qint32 EmptyBandStrip = 360; // drop strip of a band that holds nothing
@@ -100,7 +99,6 @@ private:
     };
 
     void paintPage(QPainter &painter) const;
-    void paintRulers(QPainter &painter) const;
     void paintBands(QPainter &painter) const;
     void paintElements(QPainter &painter) const;
     void paintBox(QPainter &painter, const BoxInfo &box, bool selected, bool reference) const;

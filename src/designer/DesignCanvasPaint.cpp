@@ -56,7 +56,6 @@ void DesignCanvas::paintEvent(QPaintEvent *) {
     paintBands(painter);
     paintElements(painter);
     paintDragFeedback(painter);
-    paintRulers(painter);
 }
 
 void DesignCanvas::paintPage(QPainter &painter) const {
@@ -102,22 +101,32 @@ void DesignCanvas::paintBands(QPainter &painter) const {
     font.setPixelSize(10);
     font.setItalic(true);
     painter.setFont(font);
+    // Band names run down the grey gutter left of the sheet, where no box can hide them.
+    const auto gutterLabel = [&](int top, int bottom, const QString &name) {
+        painter.save();
+        painter.setClipRect(QRect(0, top, PageOffset, std::max(1, bottom - top)));
+        painter.translate(PageOffset - 6, top + 3);
+        painter.rotate(90);
+        painter.setPen(QColor(235, 235, 235));
+        painter.drawText(0, 0, name);
+        painter.restore();
+    };
     const auto drawBand = [&](const QRect &pageRect, bool empty, const QString &name) {
         const QRect r = widgetRect(pageRect);
         painter.fillRect(r, empty ? QColor(235, 242, 250, 160) : QColor(225, 236, 250));
         painter.setPen(QPen(QColor(120, 150, 200), 1, empty ? Qt::DotLine : Qt::SolidLine));
         painter.drawRect(r);
-        painter.setPen(QColor(90, 120, 170));
-        painter.drawText(r.adjusted(4, 1, -4, -1), Qt::AlignRight | Qt::AlignTop,
-                         empty ? name + QStringLiteral(" (empty: drop page fields here)") : name);
+        if (empty) {
+            painter.setPen(QColor(90, 120, 170));
+            painter.drawText(r.adjusted(4, 1, -4, -1), Qt::AlignLeft | Qt::AlignVCenter,
+                             QStringLiteral("drop page fields here"));
+        }
+        gutterLabel(r.top(), r.bottom(), name);
     };
     drawBand(headerRect, header == 0, QStringLiteral("Header"));
     drawBand(footerRect, footer == 0, QStringLiteral("Footer"));
     const QPoint body = layout.containerOrigin(Container::mainPort(), area);
-    painter.setPen(QColor(150, 150, 150));
-    painter.drawText(
-        widgetRect(QRect(body.x(), body.y(), area.printableWidth(), 300)).adjusted(4, 1, -4, 0),
-        Qt::AlignRight | Qt::AlignTop, QStringLiteral("Body"));
+    gutterLabel(toWidget(body).y(), widgetRect(footerRect).top(), QStringLiteral("Body"));
     const qint32 columns = LayoutEdits::bodyColumnsRight(layout);
     if (columns > area.printableWidth()) {
         const QPoint edge = toWidget(QPointF(area.pageWidth - area.marginRight, body.y()));
@@ -148,6 +157,17 @@ void DesignCanvas::paintBox(QPainter &painter, const BoxInfo &box, bool selected
         text = QStringLiteral("[Image]");
     painter.drawText(r.adjusted(2, 0, -2, 0),
                      alignmentOf(box.textAlign) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    const OtherInfo &other = m_document.layout().other;
+    const float code =
+        box.caption == QLatin1String("Option Code / Description")        ? other.realONNWidth
+        : box.caption == QLatin1String("Option Note Code / Description") ? other.realANNWidth
+                                                                         : 0.0f;
+    if (code > 0 && code < float(box.width)) {
+        // Where the code ends and the description begins.
+        const int x = toWidget(QPointF(boxPageRect(box.index).left() + double(code), 0)).x();
+        painter.setPen(QPen(QColor(160, 160, 160), 1, Qt::DotLine));
+        painter.drawLine(x, r.top() + 1, x, r.bottom() - 1);
+    }
     if (box.displayLabel) {
         // A small tab on the left edge: the field's label prints in front of its value.
         const QRect tab(r.left() - 1, r.top(), 4, r.height());
@@ -240,36 +260,6 @@ void DesignCanvas::paintDragFeedback(QPainter &painter) const {
     case Mode::None:
         break;
     }
-}
-
-void DesignCanvas::paintRulers(QPainter &painter) const {
-    const PageArea area = pageArea();
-    painter.fillRect(QRect(0, 0, width(), RulerSize), QColor(240, 240, 240));
-    painter.fillRect(QRect(0, 0, RulerSize, height()), QColor(240, 240, 240));
-    painter.setPen(QColor(90, 90, 90));
-    painter.drawLine(0, RulerSize, width(), RulerSize);
-    painter.drawLine(RulerSize, 0, RulerSize, height());
-    QFont font = painter.font();
-    font.setPixelSize(9);
-    font.setItalic(false);
-    painter.setFont(font);
-    const qint32 eighth = 180;
-    for (qint32 t = 0; t <= area.pageWidth; t += eighth) {
-        const int x = toWidget(QPointF(t, 0)).x();
-        const int length = t % 1440 == 0 ? 10 : t % 720 == 0 ? 7 : t % 360 == 0 ? 5 : 3;
-        painter.drawLine(x, RulerSize - length, x, RulerSize);
-        if (t % 1440 == 0 && t > 0)
-            painter.drawText(x + 2, 10, QString::number(t / 1440));
-    }
-    for (qint32 t = 0; t <= area.pageHeight; t += eighth) {
-        const int y = toWidget(QPointF(0, t)).y();
-        const int length = t % 1440 == 0 ? 10 : t % 720 == 0 ? 7 : t % 360 == 0 ? 5 : 3;
-        painter.drawLine(RulerSize - length, y, RulerSize, y);
-        if (t % 1440 == 0 && t > 0)
-            painter.drawText(2, y + 10, QString::number(t / 1440));
-    }
-    painter.fillRect(QRect(0, 0, RulerSize, RulerSize), QColor(225, 225, 225));
-    painter.drawText(QRect(0, 0, RulerSize, RulerSize), Qt::AlignCenter, QStringLiteral("in"));
 }
 
 } // namespace tavrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/TemplatePreview.h"
 #include "templates/TemplateKind.h"
 
 #include <QString>
@@ -18,6 +19,9 @@ public:
     virtual void print(TemplateKind kind, const QString &templatePath) = 0;
     virtual void about() = 0;
     virtual void help() = 0;
+    // The first pages of the template at templatePath laid out with the job's data, for the
+    // live preview; nothing to show when no job is loaded.
+    virtual TemplatePreview livePreview(TemplateKind, const QString &) { return {}; }
 };
 
 // Does nothing; for tests and for a designer opened without the rest of the program.

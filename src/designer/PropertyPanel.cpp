@@ -1,6 +1,7 @@
 #include "designer/PropertyPanel.h"
 
 #include "designer/DesignerDocument.h"
+#include "templates/TemplateLayout.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -34,6 +35,12 @@ PropertyPanel::PropertyPanel(DesignerDocument &document, QWidget *parent)
     form->addRow(QStringLiteral("Top (in)"), m_top);
     form->addRow(QStringLiteral("Width (in)"), m_width);
     form->addRow(QStringLiteral("Height (in)"), m_height);
+    // Option and note pairs print a code and, beside it, its description: the split is one
+    // width for the whole template.
+    m_codeWidth = inchBox();
+    m_codeWidth->setToolTip(
+        QStringLiteral("Width of the code; the description takes the rest of the box"));
+    form->addRow(QStringLiteral("Code width (in)"), m_codeWidth);
     m_fontName = new QFontComboBox(m_editors);
     m_fontName->setMaximumWidth(160);
     form->addRow(QStringLiteral("Font"), m_fontName);
@@ -64,6 +71,7 @@ PropertyPanel::PropertyPanel(DesignerDocument &document, QWidget *parent)
         connect(box, &QDoubleSpinBox::valueChanged, this, &PropertyPanel::applyGeometry);
         connect(box, &QDoubleSpinBox::editingFinished, this, [this] { m_mergeId = 0; });
     }
+    connect(m_codeWidth, &QDoubleSpinBox::valueChanged, this, &PropertyPanel::applyCodeWidth);
     connect(m_fontName, &QFontComboBox::currentFontChanged, this, [this](const QFont &font) {
         applyToSelection(QStringLiteral("Font"), [&](BoxInfo &b) { b.fontName = font.family(); });
     });
@@ -122,6 +130,10 @@ void PropertyPanel::refresh() {
     m_top->setValue(box.top / 1440.0);
     m_width->setValue(box.width / 1440.0);
     m_height->setValue(box.height / 1440.0);
+    TemplateLayout shown = m_document.layout();
+    const std::optional<PairWidths> pair = pairWidths(shown, box);
+    m_codeWidth->setEnabled(pair.has_value());
+    m_codeWidth->setValue(pair ? double(*pair->code) / 1440.0 : 0);
     m_fontName->setCurrentFont(QFont(box.fontName));
     m_fontSize->setValue(box.fontSize);
     m_bold->setChecked(box.fontBold);
@@ -151,9 +163,36 @@ void PropertyPanel::applyGeometry() {
         box.resized = true;
         box.resizedWidth = width;
         box.resizedHeight = height;
+        if (const std::optional<PairWidths> pair = pairWidths(layout, box); pair && *pair->code > 0)
+            *pair->description = float(std::max<qint32>(0, width - qint32(*pair->code)));
     }
     LayoutEdits::assignLevels(layout);
     m_document.change(layout, QStringLiteral("Properties"), m_mergeId);
+}
+
+std::optional<PropertyPanel::PairWidths> PropertyPanel::pairWidths(TemplateLayout &layout,
+                                                                   const BoxInfo &box) {
+    OtherInfo &other = layout.other;
+    if (box.caption == QLatin1String("Option Code / Description"))
+        return PairWidths{&other.realONNWidth, &other.realODWidth};
+    if (box.caption == QLatin1String("Option Note Code / Description"))
+        return PairWidths{&other.realANNWidth, &other.realADWidth};
+    return std::nullopt;
+}
+
+void PropertyPanel::applyCodeWidth() {
+    const QList<int> &picked = m_document.selection().boxes;
+    if (m_refreshing || picked.isEmpty())
+        return;
+    TemplateLayout layout = m_document.layout();
+    const BoxInfo &box = layout.box(picked.first());
+    const std::optional<PairWidths> pair = pairWidths(layout, box);
+    if (!pair)
+        return;
+    const qint32 code = std::min(box.width, qint32(std::lround(m_codeWidth->value() * 1440)));
+    *pair->code = float(code);
+    *pair->description = float(box.width - code);
+    m_document.change(layout, QStringLiteral("Code Width"), m_document.newMergeId());
 }
 
 void PropertyPanel::applyToSelection(const QString &text,

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
@@ -13,6 +15,7 @@ namespace tavrel {
 
 class DesignerDocument;
 struct BoxInfo;
+class TemplateLayout;
 
 // The properties of the selected box (the first of a multiple selection): position and size in
 // inches, font, colours, text alignment and the label flag. Font, alignment and label apply to
@@ -28,6 +31,7 @@ public:
     QDoubleSpinBox *topBox() const { return m_top; }
     QDoubleSpinBox *widthBox() const { return m_width; }
     QDoubleSpinBox *heightBox() const { return m_height; }
+    QDoubleSpinBox *codeWidthBox() const { return m_codeWidth; }
     QSpinBox *fontSizeBox() const { return m_fontSize; }
     QCheckBox *labelBox() const { return m_label; }
 
@@ -35,7 +39,15 @@ signals:
     void commandWanted(const QString &command);
 
 private:
+    // The template-wide code and description widths of a pair box, null for other boxes.
+    struct PairWidths {
+        float *code;
+        float *description;
+    };
+    static std::optional<PairWidths> pairWidths(TemplateLayout &layout, const BoxInfo &box);
+
     void refresh();
+    void applyCodeWidth();
     void applyGeometry();
     void applyToSelection(const QString &text, const std::function<void(BoxInfo &)> &edit);
     QDoubleSpinBox *inchBox();
@@ -48,6 +60,7 @@ private:
     QDoubleSpinBox *m_top = nullptr;
     QDoubleSpinBox *m_width = nullptr;
     QDoubleSpinBox *m_height = nullptr;
+    QDoubleSpinBox *m_codeWidth = nullptr;
     QFontComboBox *m_fontName = nullptr;
     QSpinBox *m_fontSize = nullptr;
     QCheckBox *m_bold = nullptr;

@@ -6,7 +6,9 @@
 #include "designer/DesignerActions.h"
 #include "designer/DesignerTexts.h"
 #include "designer/FieldList.h"
+#include "designer/LivePreviewPane.h"
 #include "designer/PropertyPanel.h"
+#include "designer/RulerScrollArea.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -15,7 +17,7 @@
 #include <QFontComboBox>
 #include <QLabel>
 #include <QMenuBar>
-#include <QScrollArea>
+#include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -42,7 +44,10 @@ frmCustomLayout::frmCustomLayout(DesignerEnvironment environment, Prompter &prom
     connect(&m_document.undoStack(), &QUndoStack::indexChanged, this,
             &frmCustomLayout::updateChecks);
     openOn(DesignerTexts::untitledName(TemplateKind::Custom));
-    resize(1300, 900);
+    resize(1400, 900);
+    const QSettings settings;
+    restoreGeometry(settings.value(QStringLiteral("frmCustomLayout/geometry")).toByteArray());
+    restoreState(settings.value(QStringLiteral("frmCustomLayout/state")).toByteArray());
 }
 
 frmCustomLayout::~frmCustomLayout() {
@@ -56,10 +61,7 @@ void frmCustomLayout::buildUi() {
     m_canvas->setMargins(m_environment.marginLeft, m_environment.marginTop,
                          m_environment.marginRight, m_environment.marginBottom);
     m_canvas->setNewBoxFont(m_environment.fontName, m_environment.fontSize);
-    m_scroll = new QScrollArea(this);
-    m_scroll->setWidget(m_canvas);
-    m_scroll->setWidgetResizable(false);
-    m_scroll->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    m_scroll = new RulerScrollArea(m_canvas, this);
     m_canvas->resize(m_canvas->sizeHint());
     setCentralWidget(m_scroll);
     connect(&m_document, &DesignerDocument::layoutChanged, this,
@@ -80,6 +82,15 @@ void frmCustomLayout::buildUi() {
     propertyDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     propertyDock->setWidget(m_properties);
     addDockWidget(Qt::RightDockWidgetArea, propertyDock);
+    m_livePreview = new LivePreviewPane(m_document, m_designerActions, this);
+    m_previewDock = new QDockWidget(QStringLiteral("Live Preview"), this);
+    m_previewDock->setObjectName(QStringLiteral("dockLivePreview"));
+    m_previewDock->setWidget(m_livePreview);
+    addDockWidget(Qt::RightDockWidgetArea, m_previewDock);
+    splitDockWidget(propertyDock, m_previewDock, Qt::Vertical);
+    // The properties need little height; the page picture wants the rest and some width.
+    resizeDocks({propertyDock, m_previewDock}, {330, 560}, Qt::Vertical);
+    resizeDocks({propertyDock}, {360}, Qt::Horizontal);
     connect(m_properties, &PropertyPanel::commandWanted, this,
             [this](const QString &command) { dispatch(command); });
 
@@ -245,6 +256,14 @@ void frmCustomLayout::buildMenus() {
     addCommand(preferences, QStringLiteral("mnuSubTotalOptions"),
                QStringLiteral("Show &Subtotal Options"))
         ->setCheckable(true);
+
+    QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
+    addCommand(view, QStringLiteral("mnuViewLivePreview"), QStringLiteral("&Live Preview"),
+               QKeySequence(Qt::Key_F5))
+        ->setCheckable(true);
+    addCommand(view, QStringLiteral("mnuRefreshPreview"), QStringLiteral("&Refresh Preview"),
+               QKeySequence(Qt::CTRL | Qt::Key_R));
+    connect(view, &QMenu::aboutToShow, this, [this] { dispatch(QStringLiteral("mnuView")); });
 
     QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
     addCommand(help, QStringLiteral("mnuHelpTopic"), QStringLiteral("&Help Topics"),
@@ -429,26 +448,23 @@ bool frmCustomLayout::eventFilter(QObject *watched, QEvent *event) {
 }
 
 void frmCustomLayout::closeEvent(QCloseEvent *event) {
-    if (m_document.isSaved()) {
-        event->accept();
-        return;
-    }
-    const MessageAnswer answer = m_prompter.message(
-        QStringLiteral("Do you want to save the change you made to the template?"), QString(),
-        MessageIcon::Exclamation, MessageButtons::YesNoCancel, MessageAnswer::Yes);
-    if (answer == MessageAnswer::No) {
-        event->accept();
-        return;
-    }
-    if (answer == MessageAnswer::Yes) {
-        const bool saved =
-            m_document.path().isEmpty() ? saveTemplateAs() : writeTo(m_document.path());
-        if (saved) {
-            event->accept();
+    if (!m_document.isSaved()) {
+        const MessageAnswer answer = m_prompter.message(
+            QStringLiteral("Do you want to save the change you made to the template?"), QString(),
+            MessageIcon::Exclamation, MessageButtons::YesNoCancel, MessageAnswer::Yes);
+        const bool leave =
+            answer == MessageAnswer::No ||
+            (answer == MessageAnswer::Yes &&
+             (m_document.path().isEmpty() ? saveTemplateAs() : writeTo(m_document.path())));
+        if (!leave) {
+            event->ignore();
             return;
         }
     }
-    event->ignore();
+    QSettings settings;
+    settings.setValue(QStringLiteral("frmCustomLayout/geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("frmCustomLayout/state"), saveState());
+    event->accept();
 }
 
 } // namespace tavrel

@@ -10,10 +10,10 @@
 
 class QAction;
 class QComboBox;
+class QDockWidget;
 class QFontComboBox;
 class QLabel;
 class QMenu;
-class QScrollArea;
 class QToolButton;
 
 namespace tavrel {
@@ -22,7 +22,9 @@ class DesignCanvas;
 class DesignerActions;
 class FieldLengths;
 class FieldList;
+class LivePreviewPane;
 class PropertyPanel;
+class RulerScrollArea;
 class Prompter;
 
 // What the designer needs from the program around it.
@@ -61,6 +63,8 @@ public:
     DesignCanvas *canvas() const { return m_canvas; }
     FieldList *fieldList() const { return m_fields; }
     PropertyPanel *propertyPanel() const { return m_properties; }
+    LivePreviewPane *livePreview() const { return m_livePreview; }
+    QDockWidget *livePreviewDock() const { return m_previewDock; }
     QAction *action(const QString &command) const { return m_actions.value(command); }
     QMenu *popupMenu(const QString &name) const;
     QToolButton *lineTool() const { return m_lineTool; }
@@ -142,9 +146,11 @@ private:
     DesignerActions &m_designerActions;
     DesignerDocument m_document;
     DesignCanvas *m_canvas = nullptr;
-    QScrollArea *m_scroll = nullptr;
+    RulerScrollArea *m_scroll = nullptr;
     FieldList *m_fields = nullptr;
     PropertyPanel *m_properties = nullptr;
+    LivePreviewPane *m_livePreview = nullptr;
+    QDockWidget *m_previewDock = nullptr;
     QHash<QString, QAction *> m_actions;
     QMenu *m_popRectangle = nullptr;
     QMenu *m_popLine = nullptr;

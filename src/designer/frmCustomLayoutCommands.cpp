@@ -4,8 +4,10 @@
 #include "base/Prompter.h"
 #include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
+#include "designer/LivePreviewPane.h"
 
 #include <QComboBox>
+#include <QDockWidget>
 #include <QFontComboBox>
 #include <QUndoStack>
 
@@ -41,8 +43,12 @@ bool frmCustomLayout::dispatch(const QString &command) {
     else if (command == QLatin1String("mnuNew"))
         newTemplate();
     else if (command == QLatin1String("mnuFile") || command == QLatin1String("mnuTool") ||
-             command == QLatin1String("mnuPreference"))
+             command == QLatin1String("mnuPreference") || command == QLatin1String("mnuView"))
         updateChecks();
+    else if (command == QLatin1String("mnuViewLivePreview"))
+        m_previewDock->setVisible(!m_previewDock->isVisible());
+    else if (command == QLatin1String("mnuRefreshPreview"))
+        m_livePreview->refresh();
     else if (command == QLatin1String("mnuSave"))
         saveTemplate();
     else if (command == QLatin1String("mnuSaveAs"))
@@ -414,6 +420,7 @@ void frmCustomLayout::updateChecks() {
     check("mnuShowLabel", preference("ShowLabel", true));
     check("mnuShowColor", preference("ShowColor", false));
     check("mnuSubTotalOptions", preference("ShowSubTotalOptions", false));
+    check("mnuViewLivePreview", m_previewDock && m_previewDock->isVisible());
     check("mnuSolid", m_lineStyle == qint16(LineStyle::Solid));
     check("mnuDash", m_lineStyle == qint16(LineStyle::Dash));
     check("mnuDot", m_lineStyle == qint16(LineStyle::Dot));

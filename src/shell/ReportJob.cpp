@@ -32,6 +32,14 @@ QDateTime savedTimeOf(const AppContext &context) {
 
 } // namespace
 
+MenuSelection sectionOnlySelection(TemplateKind kind, const QString &templatePath) {
+    MenuSelection selection;
+    const std::size_t row = kind == TemplateKind::Cover ? 0 : kind == TemplateKind::Custom ? 1 : 2;
+    selection.templates[row] = templatePath;
+    selection.printable[row] = true;
+    return selection;
+}
+
 bool jobIsLandscape(const MenuSelection &selection) {
     if (selection.printable[1] && !selection.templates[1].isEmpty())
         return templateIsLandscape(selection.templates[1]);

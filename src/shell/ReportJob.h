@@ -5,6 +5,7 @@
 #include "render/ReportData.h"
 #include "render/ReportSections.h"
 #include "shell/MenuChecks.h"
+#include "templates/TemplateKind.h"
 
 #include <QDateTime>
 
@@ -50,6 +51,10 @@ private:
     std::unique_ptr<SectionRenderer> m_body;
     std::unique_ptr<SectionRenderer> m_summary;
 };
+
+// A selection that prints only the section of a template's kind, as the designer's preview,
+// print and live preview do.
+MenuSelection sectionOnlySelection(TemplateKind kind, const QString &templatePath);
 
 // The orientation of a job: the body template's when the body prints, otherwise the first
 // printable template's.

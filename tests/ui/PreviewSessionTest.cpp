@@ -3,11 +3,19 @@
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "designer/DesignerDocument.h"
+#include "designer/LivePreviewPane.h"
+#include "designer/frmCustomLayout.h"
 #include "preview/frmPrintpreview.h"
+#include "render/ImageOutput.h"
+#include "render/PageEngine.h"
 #include "shell/ReportJob.h"
 #include "shell/Startup.h"
+#include "shell/TemplatePreview.h"
+#include "shell/ui/DesignerSession.h"
 
 #include <QDir>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -20,13 +28,17 @@ class PreviewSessionTest : public QObject {
 
 private slots:
     void previewsDemoJob();
+    void designerPreviewsTheTemplateLive();
+
+private:
+    QString demoJob(const QTemporaryDir &dir);
 };
 
-void PreviewSessionTest::previewsDemoJob() {
-    QTemporaryDir dir;
+// A copy of the demo job that names the Classic templates (a failed copy fails loading).
+QString PreviewSessionTest::demoJob(const QTemporaryDir &dir) {
     const QString demo = testsupport::sourcePath("examples/demo");
     for (const QString &name : QDir(demo).entryList(QDir::Files))
-        QVERIFY(QFile::copy(QDir(demo).filePath(name), dir.filePath(name)));
+        QFile::copy(QDir(demo).filePath(name), dir.filePath(name));
     const QString job = dir.filePath("job.ini");
     QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
     const QString templates = testsupport::sourcePath("resources/Print Templates");
@@ -35,7 +47,12 @@ void PreviewSessionTest::previewsDemoJob() {
                     {"Cover Template", templates + "/Classic.cov"},
                     {"Body Template", templates + "/Classic Customer.cst"},
                     {"Summary Template", templates + "/Classic Customer.sum"}});
+    return job;
+}
 
+void PreviewSessionTest::previewsDemoJob() {
+    QTemporaryDir dir;
+    const QString job = demoJob(dir);
     ScriptedPrompter prompter;
     AppContext context;
     QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
@@ -50,6 +67,42 @@ void PreviewSessionTest::previewsDemoJob() {
     QCOMPARE(window->currentPage(), 7);
     window->close();
     QTRY_VERIFY(!window->isVisible());
+}
+
+// The designer's live preview is the body-only report of the template being edited, page for
+// page, and follows an edit that has not been saved.
+void PreviewSessionTest::designerPreviewsTheTemplateLive() {
+    QTemporaryDir dir;
+    const QString job = demoJob(dir);
+    ScriptedPrompter prompter;
+    AppContext context;
+    QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
+    // A copy: the designer may save what it edits.
+    const QString body = dir.filePath("Classic Customer.cst");
+    QVERIFY(QFile::copy(
+        testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"), body));
+
+    ReportJob report(context, sectionOnlySelection(TemplateKind::Custom, body), prompter);
+    PageEngine engine;
+    report.run(engine);
+    const QImage expected = renderPageImage(engine, 1, TemplatePreviewOptions().dpi);
+
+    QPointer<frmCustomLayout> window = DesignerSession::open(context, prompter, body);
+    LivePreviewPane *pane = window->livePreview();
+    QTRY_VERIFY(pane->pageImage() != nullptr);
+    QCOMPARE(pane->statusText(), QString("Page 1 of %1").arg(engine.PageCount()));
+    QVERIFY(*pane->pageImage() == expected);
+
+    window->dispatch("mnuSelectAll");
+    prompter.queueAnswer(MessageAnswer::Yes);
+    window->dispatch("mnuDeleteBox");
+    pane->refresh();
+    QVERIFY(*pane->pageImage() != expected);
+    QCOMPARE(window->document().isSaved(), false);
+
+    prompter.queueAnswer(MessageAnswer::No); // leave without saving
+    window->close();
+    QTRY_VERIFY(window.isNull());
 }
 
 TAVREL_TEST(PreviewSessionTest)

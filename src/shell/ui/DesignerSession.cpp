@@ -12,24 +12,12 @@
 
 namespace tavrel {
 
-namespace {
-
-// A selection that prints only the section of the template's kind.
-MenuSelection sectionOnly(TemplateKind kind, const QString &templatePath) {
-    MenuSelection selection;
-    const int row = kind == TemplateKind::Cover ? 0 : kind == TemplateKind::Custom ? 1 : 2;
-    selection.templates[std::size_t(row)] = templatePath;
-    selection.printable[std::size_t(row)] = true;
-    return selection;
-}
-
-} // namespace
-
 DesignerSession::DesignerSession(AppContext &context, Prompter &prompter)
     : m_context(context)
     , m_prompter(prompter) {}
 
-void DesignerSession::open(AppContext &context, Prompter &prompter, const QString &templatePath) {
+frmCustomLayout *DesignerSession::open(AppContext &context, Prompter &prompter,
+                                       const QString &templatePath) {
     auto *session = new DesignerSession(context, prompter);
     DesignerEnvironment environment;
     environment.jobFile = context.paths.jobFile;
@@ -49,22 +37,27 @@ void DesignerSession::open(AppContext &context, Prompter &prompter, const QStrin
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->openOn(templatePath);
     window->show();
+    return window;
 }
 
 void DesignerSession::preview(TemplateKind kind, const QString &templatePath) {
-    PreviewSession::start(m_context, m_prompter, sectionOnly(kind, templatePath),
+    PreviewSession::start(m_context, m_prompter, sectionOnlySelection(kind, templatePath),
                           QFileInfo(templatePath).fileName(), m_window);
 }
 
 void DesignerSession::print(TemplateKind kind, const QString &templatePath) {
     try {
-        ReportJob report(m_context, sectionOnly(kind, templatePath), m_prompter);
+        ReportJob report(m_context, sectionOnlySelection(kind, templatePath), m_prompter);
         PageEngine engine;
         report.run(engine);
         printDocumentOn(engine, m_context.printer.printerDeviceName, m_context.printer.printCopies);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Print Document."), error);
     }
+}
+
+TemplatePreview DesignerSession::livePreview(TemplateKind kind, const QString &templatePath) {
+    return previewTemplate(m_context, kind, templatePath);
 }
 
 void DesignerSession::about() {

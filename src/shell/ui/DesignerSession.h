@@ -7,6 +7,10 @@
 class QWidget;
 
 namespace tavrel {
+class frmCustomLayout;
+}
+
+namespace tavrel {
 
 class Prompter;
 struct AppContext;
@@ -17,10 +21,13 @@ class DesignerSession : public QObject, public DesignerActions {
     Q_OBJECT
 
 public:
-    static void open(AppContext &context, Prompter &prompter, const QString &templatePath);
+    // The window deletes itself, and the session with it, when closed.
+    static frmCustomLayout *open(AppContext &context, Prompter &prompter,
+                                 const QString &templatePath);
 
     void preview(TemplateKind kind, const QString &templatePath) override;
     void print(TemplateKind kind, const QString &templatePath) override;
+    TemplatePreview livePreview(TemplateKind kind, const QString &templatePath) override;
     void about() override;
     void help() override;
 

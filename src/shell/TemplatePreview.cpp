@@ -1,0 +1,57 @@
+#include "shell/TemplatePreview.h"
+
+#include "base/RuntimeError.h"
+#include "base/ScriptedPrompter.h"
+#include "render/ImageOutput.h"
+#include "render/PageEngine.h"
+#include "shell/AppContext.h"
+#include "shell/ReportJob.h"
+
+#include <algorithm>
+
+namespace tavrel {
+
+namespace {
+
+struct EnoughPages {};
+
+} // namespace
+
+TemplatePreview previewTemplate(const AppContext &context, TemplateKind kind,
+                                const QString &templatePath,
+                                const TemplatePreviewOptions &options) {
+    TemplatePreview preview;
+    // Messages of the layout are shown beside the picture, not as boxes over the designer.
+    ScriptedPrompter quiet;
+    PageEngine engine;
+    try {
+        ReportJob report(context, sectionOnlySelection(kind, templatePath), quiet);
+        const bool whole =
+            kind != TemplateKind::Custom || context.spec.itemCount() <= options.wholeJobItems;
+        int listener = 0;
+        if (!whole) {
+            listener = engine.addNewPageListener([&options](int page) {
+                if (page > options.pages)
+                    throw EnoughPages{};
+            });
+        }
+        try {
+            report.run(engine);
+            preview.complete = true;
+        } catch (const EnoughPages &) {
+            // The pages wanted are finished; the rest of the section is not needed.
+        }
+        if (listener)
+            engine.removeNewPageListener(listener);
+    } catch (const RuntimeError &error) {
+        preview.problem = error.description();
+    }
+    preview.pagesLaidOut = engine.PageCount();
+    for (int page = 1; page <= std::min(preview.pagesLaidOut, options.pages); ++page)
+        preview.pages.append(renderPageImage(engine, page, options.dpi));
+    if (preview.problem.isEmpty() && !quiet.messages().isEmpty())
+        preview.problem = quiet.messages().constFirst();
+    return preview;
+}
+
+} // namespace tavrel

@@ -209,8 +209,11 @@ bool DesignCanvas::allowedAt(const TemplateLayout &layout, const BoxInfo &box,
         return false;
     if (r.x() < 0 || r.y() < 0 || r.x() + r.width() > area.printableWidth())
         return false;
-    const QPoint origin = layout.containerOrigin(container, area);
-    if (origin.y() + r.y() + r.height() > area.printableBottom())
+    // The footer grows upwards as its boxes reach lower, so only the page's height limits it.
+    const qint32 top = container == Container::footer()
+                           ? area.marginTop
+                           : layout.containerOrigin(container, area).y();
+    if (top + r.y() + r.height() > area.printableBottom())
         return false;
     for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
         const BoxInfo &other = layout.box(slot);
@@ -227,6 +230,10 @@ DesignCanvas::Landing DesignCanvas::land(const TemplateLayout &layout, const Box
     Landing landing;
     landing.container = containerAt(pageRect.topLeft(), layout);
     landing.position = pageRect.topLeft() - layout.containerOrigin(landing.container, pageArea());
+    // The footer grows upwards from the bottom margin: a box dropped on its strip above the
+    // band's boxes becomes the band's new top row.
+    if (landing.container == Container::footer())
+        landing.position.setY(std::max(0, landing.position.y()));
     landing.allowed = allowedAt(layout, box, landing.container,
                                 QRect(landing.position, pageRect.size()), ignored);
     return landing;
@@ -363,9 +370,11 @@ void DesignCanvas::nudge(qint32 dx, qint32 dy, bool resize) {
     }
     if (selection.line != 0) {
         LineInfo &line = layout.line(selection.line);
-        if (resize)
+        if (resize) {
+            // Left and right set the length, up and down the thickness.
             line.width = std::max(MinimumSide, line.width + dx);
-        else {
+            line.height = std::max(MinimumLineThickness, line.height + dy);
+        } else {
             line.left = std::max(0, line.left + dx);
             line.top = std::max(0, line.top + dy);
             line.lineY = line.top;

@@ -24,6 +24,7 @@ public:
     static constexpr qint32 GridDrawStep = 180;   // twips between grid dots (1/8 inch)
     static constexpr qint32 EmptyBandStrip = 360; // drop strip of a band that holds nothing
     static constexpr qint32 MinimumSide = 120;
+    static constexpr qint32 MinimumLineThickness = 15;
 
     DesignCanvas(DesignerDocument &document, QWidget *parent = nullptr);
 

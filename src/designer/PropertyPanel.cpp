@@ -106,7 +106,7 @@ PropertyPanel::PropertyPanel(DesignerDocument &document, QWidget *parent)
 QDoubleSpinBox *PropertyPanel::inchBox() {
     auto *box = new QDoubleSpinBox(m_editors);
     box->setRange(0, 11);
-    box->setDecimals(3);
+    box->setDecimals(4); // a ten-thousandth of an inch: every twip can be typed
     box->setSingleStep(1.0 / 24);
     box->setKeyboardTracking(false);
     return box;

@@ -2,8 +2,8 @@
 # Builds the libFuzzer targets of tests/fuzz with clang into build/fuzz and runs each reader's
 # target for SECONDS (default 60), seeded from the project's own files and the real-world files
 # in ../shared/realworld. Prints executions per second, coverage and the time and memory for a
-# 10 MB input per target (processor time in an uninstrumented build of the same target); exits non-zero
-# when a target crashes, leaks, hangs or runs out of memory.
+# 10 MB input per target (processor time in an uninstrumented build of the same target); exits
+# non-zero when a target crashes, leaks, hangs or runs out of memory.
 #
 #   scripts/fuzz.sh [SECONDS] [TARGET...]      TARGET: sif order ini template group
 set -uo pipefail

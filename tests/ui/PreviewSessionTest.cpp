@@ -79,8 +79,8 @@ void PreviewSessionTest::designerPreviewsTheTemplateLive() {
     QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
     // A copy: the designer may save what it edits.
     const QString body = dir.filePath("Classic Customer.cst");
-    QVERIFY(QFile::copy(
-        testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"), body));
+    QVERIFY(QFile::copy(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"),
+                        body));
 
     ReportJob report(context, sectionOnlySelection(TemplateKind::Custom, body), prompter);
     PageEngine engine;

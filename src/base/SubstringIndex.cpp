@@ -56,14 +56,17 @@ int SubstringIndex::addState(int length, int link) {
 void SubstringIndex::extend(char16_t character) {
     const int current = addState(states_[std::size_t(last_)].length + 1, 0);
     int state = last_;
-    while (state >= 0 && target(state, character) < 0) {
+    int next = -1;
+    while (state >= 0) {
+        next = target(state, character);
+        if (next >= 0)
+            break;
         addEdge(state, character, current);
         state = states_[std::size_t(state)].link;
     }
     last_ = current;
     if (state < 0)
         return;
-    const int next = target(state, character);
     if (states_[std::size_t(state)].length + 1 == states_[std::size_t(next)].length) {
         states_[std::size_t(current)].link = next;
         return;
@@ -77,11 +80,13 @@ void SubstringIndex::extend(char16_t character) {
         const Edge copied = edges_[std::size_t(edge)];
         addEdge(clone, copied.character, copied.target);
     }
-    while (state >= 0 && target(state, character) == next) {
-        if (state == 0)
-            rootTargets_[character] = clone;
-        else
-            edges_[std::size_t(edgeIndex(state, character))].target = clone;
+    // Every state on this suffix path has an edge for the character; one look each.
+    while (state >= 0) {
+        int &edgeTarget = state == 0 ? rootTargets_[character]
+                                     : edges_[std::size_t(edgeIndex(state, character))].target;
+        if (edgeTarget != next)
+            break;
+        edgeTarget = clone;
         state = states_[std::size_t(state)].link;
     }
     states_[std::size_t(next)].link = clone;

@@ -35,6 +35,31 @@ QDateTime reportTimeOf(const ExportOptions &options) {
     return options.reportTime.isValid() ? options.reportTime : QDateTime::currentDateTime();
 }
 
+struct ExportRun {
+    QString path; // the single export file; HTML names later pages after it
+    int pages = 0;
+};
+
+// Lays the selection out once with the export fragments switched on; the engine writes the
+// files as the job ends.
+ExportRun runExport(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+                    const QString &folder, bool html, const ExportOptions &options) {
+    ReportJob report(context, selection, prompter, reportTimeOf(options));
+    JobState &job = report.job();
+    job.htmlExport = html;
+    job.rtfExport = !html;
+    job.exportDirectory =
+        exportFolder(folder, html ? context.paths.htmlFolder : context.paths.rtfFolder);
+    job.exportBaseName = ReportExport::baseName(context, selection);
+
+    PageEngine engine;
+    const ExportMarkupWriter fragments;
+    report.run(engine, {}, &fragments);
+    return {job.exportDirectory + QLatin1Char('/') + job.exportBaseName +
+                (html ? QStringLiteral(".htm") : QStringLiteral(".rtf")),
+            engine.PageCount()};
+}
+
 } // namespace
 
 namespace ReportExport {
@@ -59,21 +84,8 @@ QString baseName(const AppContext &context, const MenuSelection &selection) {
 
 QString exportHtml(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
                    const QString &directory, const ExportOptions &options) {
-    ReportJob report(context, selection, prompter, reportTimeOf(options));
-    JobState &job = report.job();
-    job.htmlExport = true;
-    job.rtfExport = false;
-    job.exportDirectory = exportFolder(directory, context.paths.htmlFolder);
-    job.exportBaseName = baseName(context, selection);
-
-    PageEngine engine;
-    const ExportMarkupWriter fragments;
-    report.run(engine, {}, &fragments);
-
-    const QString exportFile =
-        job.exportDirectory + QLatin1Char('/') + job.exportBaseName + QStringLiteral(".htm");
-    const int pages = engine.PageCount();
-    const QString first = ExportFiles::firstHtmlPage(exportFile, pages);
+    const ExportRun run = runExport(context, selection, prompter, directory, true, options);
+    const QString first = ExportFiles::firstHtmlPage(run.path, run.pages);
     if (options.openWhenDone) {
         // The descriptions are spelled as the shell has always been given them.
         const bool bodyOnly =
@@ -81,7 +93,7 @@ QString exportHtml(const AppContext &context, const MenuSelection &selection, Pr
         QString description;
         if (bodyOnly)
             description = QStringLiteral("Cst.html page");
-        else if (pages > 1)
+        else if (run.pages > 1)
             description = QStringLiteral("preview paghe layout html");
         else
             description = QStringLiteral("preveiw page layout html");
@@ -95,26 +107,12 @@ QString exportRtf(const AppContext &context, const MenuSelection &selection, Pro
     if (selection.templates[1].isEmpty())
         return {};
     // RTF export is always the body pages alone.
-    MenuSelection bodyOnly;
-    bodyOnly.templates[1] = selection.templates[1];
-    bodyOnly.printable[1] = true;
-
-    ReportJob report(context, bodyOnly, prompter, reportTimeOf(options));
-    JobState &job = report.job();
-    job.htmlExport = false;
-    job.rtfExport = true;
-    job.exportDirectory = exportFolder(directory, context.paths.rtfFolder);
-    job.exportBaseName = baseName(context, bodyOnly);
-
-    PageEngine engine;
-    const ExportMarkupWriter fragments;
-    report.run(engine, {}, &fragments);
-
-    const QString path =
-        job.exportDirectory + QLatin1Char('/') + job.exportBaseName + QStringLiteral(".rtf");
+    const ExportRun run =
+        runExport(context, sectionOnlySelection(TemplateKind::Custom, selection.templates[1]),
+                  prompter, directory, false, options);
     if (options.openWhenDone)
-        prompter.openDocument(path, QStringLiteral("Cst.rtf page"));
-    return path;
+        prompter.openDocument(run.path, QStringLiteral("Cst.rtf page"));
+    return run.path;
 }
 
 } // namespace ReportExport

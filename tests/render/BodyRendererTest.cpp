@@ -7,6 +7,7 @@
 #include "render/PageEngine.h"
 #include "render/PrintJob.h"
 #include "render/ReportData.h"
+#include "render/SectionRun.h"
 #include "spec/FieldCatalog.h"
 #include "spec/FieldLengths.h"
 #include "spec/SifReader.h"
@@ -142,24 +143,6 @@ struct BodyRun {
 
     int pageCount = 0;
 };
-
-// Counts the pixels that differ noticeably between two images of one size.
-int differingPixels(const QImage &a, const QImage &b) {
-    if (a.size() != b.size())
-        return a.width() * a.height();
-    const QImage x = a.convertToFormat(QImage::Format_RGB32);
-    const QImage y = b.convertToFormat(QImage::Format_RGB32);
-    int count = 0;
-    for (int row = 0; row < x.height(); ++row) {
-        const auto *p = reinterpret_cast<const QRgb *>(x.constScanLine(row));
-        const auto *q = reinterpret_cast<const QRgb *>(y.constScanLine(row));
-        for (int col = 0; col < x.width(); ++col) {
-            if (qAbs(qGray(p[col]) - qGray(q[col])) > 64)
-                ++count;
-        }
-    }
-    return count;
-}
 
 } // namespace
 

@@ -6,6 +6,8 @@
 #include "render/PageEngine.h"
 #include "render/PrintJob.h"
 #include "render/ReportData.h"
+#include "render/SectionRun.h"
+#include "render/TestSection.h"
 #include "spec/OrderFileReader.h"
 #include "templates/TemplateWriter.h"
 
@@ -16,104 +18,19 @@ using namespace tavrel;
 
 namespace {
 
-constexpr double Margin = 720;
+// A cover run, with the order file read as start-up reads it.
+struct CoverRun : SectionRun<CoverRenderer> {
+    CoverRun()
+        : SectionRun(QStringLiteral(".cov")) {}
 
-// A cover template built box by box, the order it shows, and an engine to render it on.
-struct CoverRun {
-    QTemporaryDir dir;
-    TemplateLayout layout;
-    SpecData spec;
-    OrderData order;
-    ReportData data;
-    ScriptedPrompter prompter;
-    PageEngine engine;
-    JobState job;
-    PrintSettings settings;
-    std::unique_ptr<CoverRenderer> renderer;
-
-    CoverRun() {
-        data.spec = &spec;
-        data.order = &order;
-        settings.marginLeft = settings.marginRight = Margin;
-        settings.marginTop = settings.marginBottom = Margin;
-    }
-
-    BoxInfo &box(const QString &caption, int left, int top, int width, int height, qint16 level = 1,
-                 const QString &container = Container::mainPort()) {
-        const int slot = layout.freeBoxSlot();
-        BoxInfo &box = layout.box(slot);
-        box.index = qint16(slot);
-        box.placed = box.visible = true;
-        box.caption = caption;
-        box.container = container;
-        box.fontName = QStringLiteral("Arial");
-        box.fontSize = 10;
-        box.left = left;
-        box.top = top;
-        box.width = width;
-        box.height = height;
-        box.level = level;
-        return box;
-    }
-
-    // The order file lines, read as start-up reads them.
     void readOrder(const QStringList &lines) {
         order.present = true;
         data.cifPresent = true;
         readOrderHeaderLines(lines, order);
     }
-
-    void render() {
-        const QString path = dir.filePath(QStringLiteral("test.cov"));
-        TemplateWriter::write(path, layout, QString());
-        renderer = std::make_unique<CoverRenderer>(path, data, &prompter);
-        OutputHelpers out(engine, job);
-        printSectionOnly(out, job, settings, *renderer, true);
-    }
-
-    std::vector<TextItem> texts(int page = 1) const {
-        std::vector<TextItem> items;
-        for (const PageItem &item : engine.page(page).items)
-            if (const auto *text = std::get_if<TextItem>(&item))
-                items.push_back(*text);
-        return items;
-    }
-
-    std::optional<TextItem> find(const QString &text, int page = 1) const {
-        for (const TextItem &item : texts(page))
-            if (item.text == text)
-                return item;
-        return std::nullopt;
-    }
-    // The item showing text, or one far off the page when there is none, so that a missing
-    // text fails the comparison instead of the test.
-    TextItem at(const QString &text, int page = 1) const {
-        TextItem missing;
-        missing.x = missing.y = -1e9;
-        return find(text, page).value_or(missing);
-    }
-
-    static double width(const QString &text) {
-        PageEngine measuring;
-        measuring.setFontName(QStringLiteral("Arial"));
-        measuring.setFontSize(10);
-        return measuring.TextWidth(text);
-    }
-    static double lineHeight() {
-        PageEngine measuring;
-        measuring.setFontName(QStringLiteral("Arial"));
-        measuring.setFontSize(10);
-        measuring.CalcParagraph(QStringLiteral("W"), 0);
-        return measuring.TextHeight();
-    }
 };
 
-QStringList lines(std::initializer_list<const char *> items) {
-    QStringList list;
-    for (const char *item : items)
-        list << QString::fromUtf8(item);
-    return list;
-}
+constexpr double Margin = CoverRun::Margin;
 
 } // namespace
 
@@ -192,13 +109,13 @@ void CoverRendererTest::noOrderFileKeepsTheLabels() {
     QStringList printed;
     for (const TextItem &text : run.texts())
         printed << text.text;
-    QCOMPARE(printed, lines({"P. O. Number:   ", "Requested Ship Date:   "}));
+    QCOMPARE(printed, strings({"P. O. Number:   ", "Requested Ship Date:   "}));
     QCOMPARE(run.renderer->pageCount(), 1);
 }
 
 void CoverRendererTest::addressWithOnlyLineTwo() {
     CoverRun run;
-    run.readOrder(lines({"D3=400 Wharf Street", "D5=Harbor Point"}));
+    run.readOrder(strings({"D3=400 Wharf Street", "D5=Harbor Point"}));
     run.box(QStringLiteral("Sold Street Address"), 0, 0, 5000, 260);
     run.box(QStringLiteral("Sold City"), 0, 300, 5000, 260);
     run.render();
@@ -216,15 +133,15 @@ void CoverRendererTest::contactLists_data() {
     QTest::addColumn<QString>("caption");
     QTest::addColumn<QString>("label");
     QTest::addColumn<QStringList>("entries");
-    const QStringList names = lines({"Marisol Quint", "Owen Halvorsen", "Ines Barrow"});
+    const QStringList names = strings({"Marisol Quint", "Owen Halvorsen", "Ines Barrow"});
     QTest::newRow("sales persons") << "Sales Person"
                                    << "Sales: " << names;
     QTest::newRow("sales numbers") << "Sales Number"
-                                   << "Number: " << lines({"S-204", "S-311", "S-402"});
+                                   << "Number: " << strings({"S-204", "S-311", "S-402"});
     QTest::newRow("dealers") << "Dealer"
-                             << "Dealer: " << lines({"Northgate"});
+                             << "Dealer: " << strings({"Northgate"});
     QTest::newRow("dealer numbers") << "Dealer Number"
-                                    << "Number: " << lines({"D-1187"});
+                                    << "Number: " << strings({"D-1187"});
 }
 
 void CoverRendererTest::contactLists() {
@@ -232,8 +149,8 @@ void CoverRendererTest::contactLists() {
     QFETCH(QString, label);
     QFETCH(QStringList, entries);
     CoverRun run;
-    run.readOrder(lines({"K1=Marisol Quint", "L1=S-204", "K2=Owen Halvorsen", "L2=S-311",
-                         "K3=Ines Barrow", "L3=S-402", "U1=Northgate", "V1=D-1187"}));
+    run.readOrder(strings({"K1=Marisol Quint", "L1=S-204", "K2=Owen Halvorsen", "L2=S-311",
+                           "K3=Ines Barrow", "L3=S-402", "U1=Northgate", "V1=D-1187"}));
     run.box(caption, 200, 500, 5000, 260);
     run.render();
 
@@ -251,8 +168,8 @@ void CoverRendererTest::contactLists() {
 
 void CoverRendererTest::numbersStayBesideTheirNames() {
     CoverRun run;
-    run.readOrder(lines({"K1=Marisol Quint of the Harbor Point regional office", "L1=S-204",
-                         "K2=Owen Halvorsen", "L2=S-311"}));
+    run.readOrder(strings({"K1=Marisol Quint of the Harbor Point regional office", "L1=S-204",
+                           "K2=Owen Halvorsen", "L2=S-311"}));
     run.box(QStringLiteral("Sales Person"), 0, 0, 3000, 260);
     run.box(QStringLiteral("Sales Number"), 3200, 0, 2000, 260);
     run.render();
@@ -269,7 +186,7 @@ void CoverRendererTest::numbersStayBesideTheirNames() {
 
 void CoverRendererTest::emptyListKeepsOneLine() {
     CoverRun run;
-    run.readOrder(lines({"CO=1"}));
+    run.readOrder(strings({"CO=1"}));
     run.box(QStringLiteral("Dealer"), 0, 0, 5000, 100);
     run.box(QStringLiteral("P. O. Number"), 0, 120, 5000, 260);
     run.render();

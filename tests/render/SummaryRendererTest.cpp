@@ -8,7 +8,9 @@
 #include "render/PageEngine.h"
 #include "render/PrintJob.h"
 #include "render/ReportData.h"
+#include "render/SectionRun.h"
 #include "render/SummaryRendererFlow.h"
+#include "render/TestSection.h"
 #include "spec/OrderFileReader.h"
 #include "spec/SifReader.h"
 #include "templates/TemplateWriter.h"
@@ -21,47 +23,17 @@ using namespace tavrel;
 
 namespace {
 
-constexpr double Margin = 720;
-
-// A summary template built box by box, the inputs it reads, and an engine to render it on.
-struct SummaryRun {
-    QTemporaryDir dir;
-    TemplateLayout layout;
-    SpecData spec;
-    OrderData order;
-    ReportData data;
-    ScriptedPrompter prompter;
-    PageEngine engine;
-    JobState job;
-    PrintSettings settings;
-    std::unique_ptr<SummaryRenderer> renderer;
-
-    SummaryRun() {
-        data.spec = &spec;
-        data.order = &order;
+// A summary run: boxes in the body are totals, and the company name is set.
+struct SummaryRun : SectionRun<SummaryRenderer> {
+    SummaryRun()
+        : SectionRun(QStringLiteral(".sum")) {
         data.companyName = QStringLiteral("Harbor Point Office Interiors");
-        settings.marginLeft = settings.marginRight = Margin;
-        settings.marginTop = settings.marginBottom = Margin;
     }
 
     BoxInfo &box(const QString &caption, int left, int top, int width, int height, qint16 level = 1,
                  const QString &container = Container::mainPort()) {
-        const int slot = layout.freeBoxSlot();
-        BoxInfo &box = layout.box(slot);
-        box.index = qint16(slot);
-        box.placed = box.visible = true;
-        box.caption = caption;
-        box.container = container;
-        box.fontName = QStringLiteral("Arial");
-        box.fontSize = 10;
-        box.left = left;
-        box.top = top;
-        box.width = width;
-        box.height = height;
-        box.level = level;
+        BoxInfo &box = SectionRun::box(caption, left, top, width, height, level, container);
         box.total = container == Container::mainPort();
-        box.header = container == Container::header();
-        box.footer = container == Container::footer();
         return box;
     }
 
@@ -73,91 +45,9 @@ struct SummaryRun {
     void addCharge(const QString &name, const QString &amount) {
         order.charges.push_back({amount, name, {}});
     }
-
-    void render(bool pageFields = true) {
-        const QString path = dir.filePath(QStringLiteral("test.sum"));
-        TemplateWriter::write(path, layout, QString());
-        renderer = std::make_unique<SummaryRenderer>(path, data, &prompter);
-        OutputHelpers out(engine, job);
-        printSectionOnly(out, job, settings, *renderer, pageFields);
-    }
-
-    std::vector<TextItem> texts(int page) const {
-        std::vector<TextItem> items;
-        for (const PageItem &item : engine.page(page).items)
-            if (const auto *text = std::get_if<TextItem>(&item))
-                items.push_back(*text);
-        return items;
-    }
-
-    // The first text item on the page that shows exactly text.
-    std::optional<TextItem> find(const QString &text, int page = 1) const {
-        for (const TextItem &item : texts(page))
-            if (item.text == text)
-                return item;
-        return std::nullopt;
-    }
-    // The item showing text, or one far off the page when there is none, so that a missing
-    // text fails the comparison instead of the test.
-    TextItem at(const QString &text, int page = 1) const {
-        TextItem missing;
-        missing.x = missing.y = -1e9;
-        return find(text, page).value_or(missing);
-    }
-
-    // Measures in a box's font (Arial 10 unless told otherwise).
-    double width(const QString &text, int size = 10) {
-        PageEngine measuring;
-        measuring.setFontName(QStringLiteral("Arial"));
-        measuring.setFontSize(size);
-        return measuring.TextWidth(text);
-    }
-    double lineHeight(int size = 10) {
-        PageEngine measuring;
-        measuring.setFontName(QStringLiteral("Arial"));
-        measuring.setFontSize(size);
-        measuring.CalcParagraph(QStringLiteral("W"), 0);
-        return measuring.TextHeight();
-    }
 };
 
-// A body section for the numbering test: count pages with one line each, no page field.
-class PlainBody : public SectionRenderer {
-public:
-    explicit PlainBody(int pages)
-        : m_pages(pages) {}
-    void render(OutputHelpers &out) override {
-        for (int page = 1; page <= m_pages; ++page) {
-            if (page > 1)
-                out.engine().NewPage();
-            out.PrintTextBox(Margin, 2000, 6000, QStringLiteral("body %1").arg(page));
-        }
-    }
-    int pageCount() const override { return m_pages; }
-    PageFieldFlags pageFields() const override { return {}; }
-    void drawPageFieldBand(OutputHelpers &, Band, int, int) override {}
-
-private:
-    int m_pages;
-};
-
-// Counts the pixels that differ noticeably between two images of one size.
-int differingPixels(const QImage &a, const QImage &b) {
-    if (a.size() != b.size())
-        return a.width() * a.height();
-    const QImage x = a.convertToFormat(QImage::Format_RGB32);
-    const QImage y = b.convertToFormat(QImage::Format_RGB32);
-    int count = 0;
-    for (int row = 0; row < x.height(); ++row) {
-        const auto *p = reinterpret_cast<const QRgb *>(x.constScanLine(row));
-        const auto *q = reinterpret_cast<const QRgb *>(y.constScanLine(row));
-        for (int col = 0; col < x.width(); ++col) {
-            if (qAbs(qGray(p[col]) - qGray(q[col])) > 64)
-                ++count;
-        }
-    }
-    return count;
-}
+constexpr double Margin = SummaryRun::Margin;
 
 } // namespace
 
@@ -434,7 +324,8 @@ void SummaryRendererTest::pageNumbersRunAcrossSections() {
     TemplateWriter::write(coverPath, cover, QString());
 
     CoverRenderer coverRenderer(coverPath, run.data, &run.prompter);
-    PlainBody body(5);
+    QStringList log;
+    TestSection body(QStringLiteral("body"), 5, {}, &log);
     SummaryRenderer summary(summaryPath, run.data, &run.prompter);
     run.job.coverPrintable = run.job.bodyPrintable = run.job.summaryPrintable = true;
     OutputHelpers out(run.engine, run.job);

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "base/ScriptedPrompter.h"
+#include "render/OutputHelpers.h"
+#include "render/PageEngine.h"
+#include "render/PrintJob.h"
+#include "render/ReportData.h"
+#include "render/SummaryRendererBase.h"
+#include "templates/TemplateWriter.h"
+
+#include <QImage>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+
+// A cover or summary template built box by box, the inputs its renderer reads, and an engine
+// to lay it out on, with lookups of the texts it drew.
+template <class Renderer> struct SectionRun {
+    static constexpr double Margin = 720;
+
+    QTemporaryDir dir;
+    QString extension; // ".cov" or ".sum"
+    tavrel::TemplateLayout layout;
+    tavrel::SpecData spec;
+    tavrel::OrderData order;
+    tavrel::ReportData data;
+    tavrel::ScriptedPrompter prompter;
+    tavrel::PageEngine engine;
+    tavrel::JobState job;
+    tavrel::PrintSettings settings;
+    std::unique_ptr<Renderer> renderer;
+
+    explicit SectionRun(QString templateExtension)
+        : extension(std::move(templateExtension)) {
+        data.spec = &spec;
+        data.order = &order;
+        settings.marginLeft = settings.marginRight = Margin;
+        settings.marginTop = settings.marginBottom = Margin;
+    }
+
+    tavrel::BoxInfo &box(const QString &caption, int left, int top, int width, int height,
+                         qint16 level = 1,
+                         const QString &container = tavrel::Container::mainPort()) {
+        const int slot = layout.freeBoxSlot();
+        tavrel::BoxInfo &box = layout.box(slot);
+        box.index = qint16(slot);
+        box.placed = box.visible = true;
+        box.caption = caption;
+        box.container = container;
+        box.header = container == tavrel::Container::header();
+        box.footer = container == tavrel::Container::footer();
+        box.fontName = QStringLiteral("Arial");
+        box.fontSize = 10;
+        box.left = left;
+        box.top = top;
+        box.width = width;
+        box.height = height;
+        box.level = level;
+        return box;
+    }
+
+    // Writes the template and prints it as the only section of a job.
+    void render(bool pageFields = true) {
+        const QString path = dir.filePath(QStringLiteral("test") + extension);
+        tavrel::TemplateWriter::write(path, layout, QString());
+        renderer = std::make_unique<Renderer>(path, data, &prompter);
+        tavrel::OutputHelpers out(engine, job);
+        tavrel::printSectionOnly(out, job, settings, *renderer, pageFields);
+    }
+
+    std::vector<tavrel::TextItem> texts(int page = 1) const {
+        std::vector<tavrel::TextItem> items;
+        for (const tavrel::PageItem &item : engine.page(page).items)
+            if (const auto *text = std::get_if<tavrel::TextItem>(&item))
+                items.push_back(*text);
+        return items;
+    }
+
+    // The first text item on the page that shows exactly text.
+    std::optional<tavrel::TextItem> find(const QString &text, int page = 1) const {
+        for (const tavrel::TextItem &item : texts(page))
+            if (item.text == text)
+                return item;
+        return std::nullopt;
+    }
+    // The item showing text, or one far off the page when there is none, so that a missing
+    // text fails the comparison instead of the test.
+    tavrel::TextItem at(const QString &text, int page = 1) const {
+        tavrel::TextItem missing;
+        missing.x = missing.y = -1e9;
+        return find(text, page).value_or(missing);
+    }
+
+    // Measures in a box's font (Arial 10 unless told otherwise).
+    static double width(const QString &text, int size = 10) {
+        tavrel::PageEngine measuring;
+        measuring.setFontName(QStringLiteral("Arial"));
+        measuring.setFontSize(size);
+        return measuring.TextWidth(text);
+    }
+    static double lineHeight(int size = 10) {
+        tavrel::PageEngine measuring;
+        measuring.setFontName(QStringLiteral("Arial"));
+        measuring.setFontSize(size);
+        measuring.CalcParagraph(QStringLiteral("W"), 0);
+        return measuring.TextHeight();
+    }
+};
+
+// Counts the pixels that differ noticeably between two images of one size.
+inline int differingPixels(const QImage &a, const QImage &b) {
+    if (a.size() != b.size())
+        return a.width() * a.height();
+    const QImage x = a.convertToFormat(QImage::Format_RGB32);
+    const QImage y = b.convertToFormat(QImage::Format_RGB32);
+    int count = 0;
+    for (int row = 0; row < x.height(); ++row) {
+        const auto *p = reinterpret_cast<const QRgb *>(x.constScanLine(row));
+        const auto *q = reinterpret_cast<const QRgb *>(y.constScanLine(row));
+        for (int col = 0; col < x.width(); ++col) {
+            if (qAbs(qGray(p[col]) - qGray(q[col])) > 64)
+                ++count;
+        }
+    }
+    return count;
+}

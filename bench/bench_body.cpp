@@ -14,6 +14,7 @@
 // sell totals after the last row. Prints figures; never fails on them.
 
 #include "base/ScriptedPrompter.h"
+#include "common/PlacedBox.h"
 #include "render/BodyRenderer.h"
 #include "render/OutputHelpers.h"
 #include "render/PageEngine.h"
@@ -47,25 +48,9 @@ constexpr qint32 Pt = 20; // twips per point
 
 BoxInfo &place(TemplateLayout &layout, const QString &caption, const QString &container,
                QRect geometry, qint16 size = 8, bool bold = false, qint32 align = TextAlign::Left) {
-    const int slot = layout.freeBoxSlot();
-    BoxInfo &box = layout.box(slot);
-    box.index = qint16(slot);
-    box.placed = box.visible = true;
-    box.caption = caption;
-    box.nameIndex = qint16(FieldCatalog::indexOfCaption(caption));
-    box.headerText = BoxInfo::headerTextForCaption(caption);
-    box.container = container;
-    box.header = container == Container::header();
-    box.footer = container == Container::footer();
-    box.body = container == Container::mainPort();
-    box.fontName = QStringLiteral("Arial"); // Liberation Sans through fontconfig
+    BoxInfo &box = placeBox(layout, caption, container, geometry, align);
     box.fontSize = size;
     box.fontBold = bold;
-    box.textAlign = align;
-    box.left = geometry.x();
-    box.top = geometry.y();
-    box.width = geometry.width();
-    box.height = geometry.height();
     box.backColor = WhiteColor;
     box.level = 1;
     return box;

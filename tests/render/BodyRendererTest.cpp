@@ -1,5 +1,6 @@
 #include "render/BodyRenderer.h"
 #include "base/ScriptedPrompter.h"
+#include "common/PlacedBox.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "render/ImageOutput.h"
@@ -21,29 +22,6 @@
 using namespace tavrel;
 
 namespace {
-
-BoxInfo &placeBox(TemplateLayout &layout, const QString &caption, const QString &container,
-                  QRect geometry, qint32 align = TextAlign::Left) {
-    const int slot = layout.freeBoxSlot();
-    BoxInfo &box = layout.box(slot);
-    box.index = qint16(slot);
-    box.placed = box.visible = true;
-    box.caption = caption;
-    box.nameIndex = qint16(FieldCatalog::indexOfCaption(caption));
-    box.headerText = BoxInfo::headerTextForCaption(caption);
-    box.container = container;
-    box.header = container == Container::header();
-    box.footer = container == Container::footer();
-    box.body = container == Container::mainPort();
-    box.fontName = QStringLiteral("Arial");
-    box.fontSize = 8;
-    box.textAlign = align;
-    box.left = geometry.x();
-    box.top = geometry.y();
-    box.width = geometry.width();
-    box.height = geometry.height();
-    return box;
-}
 
 BoxInfo &placeNote(TemplateLayout &layout, const QString &text, const QString &container,
                    QRect geometry) {

@@ -280,16 +280,23 @@ QPoint DesignCanvas::snapMove(QPoint delta, const QRect &anchor, const QList<int
     return target - anchor.topLeft();
 }
 
-int DesignCanvas::placeNewBox(const NewBoxRequest &request, QPoint widgetPoint) {
+std::optional<BoxInfo> DesignCanvas::newBox(const NewBoxRequest &request) {
+    if (m_document.layout().freeBoxSlot() == TemplateLayout::NoFreeBoxSlot) {
+        emit statusText(QStringLiteral("Ran out of index"));
+        return std::nullopt;
+    }
     NewBoxRequest withFont = request;
     withFont.fontName = m_newFontName;
     withFont.fontSize = m_newFontSize;
-    const BoxInfo box = LayoutEdits::makeBox(withFont);
-    TemplateLayout layout = m_document.layout();
-    if (layout.freeBoxSlot() == TemplateLayout::NoFreeBoxSlot) {
-        emit statusText(QStringLiteral("Ran out of index"));
+    return LayoutEdits::makeBox(withFont);
+}
+
+int DesignCanvas::placeNewBox(const NewBoxRequest &request, QPoint widgetPoint) {
+    const std::optional<BoxInfo> made = newBox(request);
+    if (!made)
         return TemplateLayout::NoFreeBoxSlot;
-    }
+    const BoxInfo &box = *made;
+    TemplateLayout layout = m_document.layout();
     const QPointF page = toPage(widgetPoint);
     const PageArea area = pageArea();
     const QRect pageRect(roundToStep(qint32(page.x()), area.marginLeft, SnapStep),
@@ -309,15 +316,11 @@ int DesignCanvas::placeNewBox(const NewBoxRequest &request, QPoint widgetPoint) 
 }
 
 int DesignCanvas::placeNewBoxSomewhere(const NewBoxRequest &request) {
-    NewBoxRequest withFont = request;
-    withFont.fontName = m_newFontName;
-    withFont.fontSize = m_newFontSize;
-    const BoxInfo box = LayoutEdits::makeBox(withFont);
-    TemplateLayout layout = m_document.layout();
-    if (layout.freeBoxSlot() == TemplateLayout::NoFreeBoxSlot) {
-        emit statusText(QStringLiteral("Ran out of index"));
+    const std::optional<BoxInfo> made = newBox(request);
+    if (!made)
         return TemplateLayout::NoFreeBoxSlot;
-    }
+    const BoxInfo &box = *made;
+    TemplateLayout layout = m_document.layout();
     const PageArea area = pageArea();
     QStringList containers{Container::mainPort()};
     if (LayoutEdits::fitsContainer(box, Container::header()) && !box.notes)

@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+#include <optional>
+
 namespace tavrel {
 
 class DesignerDocument;
@@ -121,6 +123,9 @@ private:
     void finishRubberBand(Qt::KeyboardModifiers modifiers);
     void updateDropFeedback(const QRect &pageRect, const QList<int> &moving);
     TemplateLayout layoutWithout(const QList<int> &picked) const;
+    // A box for a request in the font of new boxes; none, with the status text, when every
+    // slot is taken.
+    std::optional<BoxInfo> newBox(const NewBoxRequest &request);
 
     DesignerDocument &m_document;
     qint32 m_margins[4] = {0, 0, 0, 0};

@@ -48,6 +48,19 @@ QString pageText(int pageNumber) {
     return QStringLiteral("Page %1").arg(pageNumber);
 }
 
+void startDocument(OutputHelpers &out, const JobState &job, const PrintSettings &settings) {
+    PageEngine &engine = out.engine();
+    engine.Clear();
+    engine.setDocName(printDocumentName());
+    engine.setHeader(QStringLiteral(" "));
+    out.SetPrintFont(settings.fontName, settings.fontSize, settings.fontBold, settings.fontItalic,
+                     settings.fontUnderline);
+    out.SetPrintMargins(settings.marginLeft, settings.marginRight, settings.marginTop,
+                        settings.marginBottom);
+    engine.setOrientation(job.landscape ? 1 : 0);
+    engine.StartDoc();
+}
+
 void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &settings,
                    const PrintSections &sections, const PrintCallbacks &callbacks) {
     if (job.stopRequest)
@@ -67,15 +80,7 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
         // The engine collects the RTF text just as it collects HTML fragments.
         engine.setExportFile(exportPath(job, QStringLiteral(".rtf")));
     }
-    engine.Clear();
-    engine.setDocName(printDocumentName());
-    engine.setHeader(QStringLiteral(" "));
-    out.SetPrintFont(settings.fontName, settings.fontSize, settings.fontBold, settings.fontItalic,
-                     settings.fontUnderline);
-    out.SetPrintMargins(settings.marginLeft, settings.marginRight, settings.marginTop,
-                        settings.marginBottom);
-    engine.setOrientation(job.landscape ? 1 : 0);
-    engine.StartDoc();
+    startDocument(out, job, settings);
 
     const bool cover = job.coverPrintable && sections.cover;
     const bool body = job.bodyPrintable && sections.body;

@@ -41,6 +41,10 @@ struct PrintCallbacks {
 // The name every job gives the document (the spooler shows it).
 QString printDocumentName();
 
+// Clears the engine and opens a new document with the job's name, header, default font,
+// margins and orientation.
+void startDocument(OutputHelpers &out, const JobState &job, const PrintSettings &settings);
+
 // Prints, previews or exports the printable sections of a job on the engine behind out: clears
 // it, sets the document name, header, default font, margins and orientation, renders cover,
 // body and summary in that order with one NewPage between printed sections, ends the document

@@ -191,15 +191,7 @@ void printSectionOnly(OutputHelpers &out, JobState &job, const PrintSettings &se
     if (job.stopRequest)
         return;
     PageEngine &engine = out.engine();
-    engine.Clear();
-    engine.setDocName(printDocumentName());
-    engine.setHeader(QStringLiteral(" "));
-    out.SetPrintFont(settings.fontName, settings.fontSize, settings.fontBold, settings.fontItalic,
-                     settings.fontUnderline);
-    out.SetPrintMargins(settings.marginLeft, settings.marginRight, settings.marginTop,
-                        settings.marginBottom);
-    engine.setOrientation(job.landscape ? 1 : 0);
-    engine.StartDoc();
+    startDocument(out, job, settings);
     section.render(out);
     engine.EndDoc();
 

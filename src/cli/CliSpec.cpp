@@ -1,7 +1,6 @@
 #include "cli/Commands.h"
 
 #include "base/ConsolePrompter.h"
-#include "base/IniFile.h"
 #include "base/RuntimeError.h"
 #include "shell/AppContext.h"
 #include "shell/Startup.h"
@@ -13,26 +12,6 @@
 namespace tavrel::cli {
 
 namespace {
-
-// The job's files as start-up derives them (same path rules), without start-up's side effects
-// (no folders made, nothing written back to the job file). False when no SIF file is named.
-bool resolveSpecPaths(const QString &jobFile, JobPaths &paths) {
-    const QString section = QStringLiteral("Printer");
-    paths.jobFile = jobFile;
-    const QString sif = ReadIniValue(section, QStringLiteral("TempPrintDocument"), jobFile);
-    if (sif.isEmpty())
-        return false;
-    paths.sifPath = PathRules::resolveAgainst(jobFile, sif);
-    paths.activeDocument = PathRules::resolveAgainst(
-        jobFile, ReadIniValue(section, QStringLiteral("ActiveDocument"), jobFile));
-    const qsizetype separator = PathRules::lastSeparator(paths.activeDocument);
-    paths.activeDocumentFolder = paths.activeDocument.left(separator + 1).trimmed();
-    const QString fileName = PathRules::lastComponent(paths.activeDocument);
-    // The name loses its last four characters whether or not they are an extension.
-    paths.activeDocumentName = fileName.left(std::max<qsizetype>(0, fileName.size() - 4));
-    paths.cifPath = paths.activeDocumentFolder + paths.activeDocumentName + QStringLiteral(".cif");
-    return true;
-}
 
 const QString helpText = QStringLiteral(
     "Usage: tavrel-cli spec JOBFILE\n\n"
@@ -53,7 +32,7 @@ int runSpec(const QStringList &args) {
     }
     AppContext context;
     ConsolePrompter prompter;
-    if (!resolveSpecPaths(args.first(), context.paths)) {
+    if (!Startup::resolveDocumentPaths(args.first(), context.paths)) {
         printErr(QStringLiteral("No Active Document Found.\n"));
         return 1;
     }

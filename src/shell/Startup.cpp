@@ -22,17 +22,12 @@ void makeFolder(const QString &path) {
 
 } // namespace
 
-bool resolvePaths(AppContext &context, const QString &jobFile, const QString &executableFolder,
-                  Prompter &prompter) {
-    JobPaths &paths = context.paths;
+bool resolveDocumentPaths(const QString &jobFile, JobPaths &paths) {
     const QString &section = SettingsStore::printerSection();
     paths.jobFile = jobFile;
-
     const QString sif = ReadIniValue(section, QStringLiteral("TempPrintDocument"), jobFile);
-    if (sif.isEmpty()) {
-        prompter.message(QStringLiteral("No Active Document Found."), QString(), MessageIcon::None);
+    if (sif.isEmpty())
         return false;
-    }
     paths.sifPath = PathRules::resolveAgainst(jobFile, sif);
 
     paths.activeDocument = PathRules::resolveAgainst(
@@ -43,6 +38,17 @@ bool resolvePaths(AppContext &context, const QString &jobFile, const QString &ex
     // The last four characters go whether or not they are an extension.
     paths.activeDocumentName = lastComponent.left(std::max<qsizetype>(0, lastComponent.size() - 4));
     paths.cifPath = paths.activeDocumentFolder + paths.activeDocumentName + QStringLiteral(".cif");
+    return true;
+}
+
+bool resolvePaths(AppContext &context, const QString &jobFile, const QString &executableFolder,
+                  Prompter &prompter) {
+    JobPaths &paths = context.paths;
+    const QString &section = SettingsStore::printerSection();
+    if (!resolveDocumentPaths(jobFile, paths)) {
+        prompter.message(QStringLiteral("No Active Document Found."), QString(), MessageIcon::None);
+        return false;
+    }
 
     const QString templateDirectory =
         ReadIniValue(section, QStringLiteral("Template Directory"), jobFile);

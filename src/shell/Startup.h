@@ -11,6 +11,10 @@ class Prompter;
 // command-line tools and tests share them.
 namespace Startup {
 
+// The SIF file, the parent's document and the order file as the job file names them, with no
+// side effects (no folders made, nothing written back). False when no SIF file is named.
+bool resolveDocumentPaths(const QString &jobFile, JobPaths &paths);
+
 // Resolves the paths from the job file, creating the PDF, HTML and RTF folders. Returns false
 // after showing "No Active Document Found." when the job names no SIF file; the caller then
 // shuts down. An empty "Template Directory" becomes executableFolder + "/Print Templates" and

@@ -63,10 +63,8 @@ class MainWindowTest : public QObject {
 
 private slots:
     void startsWithDefaultsWrittenBack();
-    void previewChecks_data();
-    void previewChecks();
-    void printChecks_data();
-    void printChecks();
+    void commandChecks_data();
+    void commandChecks();
     void openTemplateChecksKind_data();
     void openTemplateChecksKind();
     void groupRoundTrip();
@@ -108,43 +106,106 @@ static void applySelection(Fixture &f, frmMenu &window, const QString &templates
     }
 }
 
-void MainWindowTest::previewChecks_data() {
+void MainWindowTest::commandChecks_data() {
+    QTest::addColumn<QString>("command");
     addSelectionColumns();
-    QTest::newRow("no template") << "---"
-                                 << "111"
-                                 << "..."
-                                 << "At least select one template to be print preview.";
-    QTest::newRow("none printable") << "cbs"
-                                    << "000"
-                                    << "..."
-                                    << "At least select one template to be printable.";
-    QTest::newRow("printable rows empty") << "-b-"
-                                          << "101"
+    QTest::newRow("preview: no template") << "cmdPrintPreview"
+                                          << "---"
+                                          << "111"
                                           << "..."
-                                          << "No valid printable template selected.";
-    QTest::newRow("cover missing") << "cbs"
+                                          << "At least select one template to be print preview.";
+    QTest::newRow("preview: none printable") << "cmdPrintPreview"
+                                             << "cbs"
+                                             << "000"
+                                             << "..."
+                                             << "At least select one template to be printable.";
+    QTest::newRow("preview: printable rows empty") << "cmdPrintPreview"
+                                                   << "-b-"
+                                                   << "101"
+                                                   << "..."
+                                                   << "No valid printable template selected.";
+    QTest::newRow("preview: cover missing") << "cmdPrintPreview"
+                                            << "cbs"
+                                            << "111"
+                                            << "x.."
+                                            << "Cover page template not found.";
+    QTest::newRow("preview: body missing") << "cmdPrintPreview"
+                                           << "cbs"
+                                           << "011"
+                                           << ".x."
+                                           << "Custom page template not found.";
+    QTest::newRow("preview: summary missing") << "cmdPrintPreview"
+                                              << "cbs"
+                                              << "001"
+                                              << "..x"
+                                              << "Summary page template not found.";
+    QTest::newRow("preview: missing but not printable") << "cmdPrintPreview"
+                                                        << "cbs"
+                                                        << "010"
+                                                        << "x.x"
+                                                        << "";
+    QTest::newRow("preview: fine") << "cmdPrintPreview"
+                                   << "cbs"
                                    << "111"
-                                   << "x.."
-                                   << "Cover page template not found.";
-    QTest::newRow("body missing") << "cbs"
-                                  << "011"
-                                  << ".x."
-                                  << "Custom page template not found.";
-    QTest::newRow("summary missing") << "cbs"
-                                     << "001"
-                                     << "..x"
-                                     << "Summary page template not found.";
-    QTest::newRow("missing but not printable") << "cbs"
-                                               << "010"
-                                               << "x.x"
-                                               << "";
-    QTest::newRow("fine") << "cbs"
-                          << "111"
-                          << "..."
-                          << "";
+                                   << "..."
+                                   << "";
+
+    QTest::newRow("print: no template") << "cmdPrint"
+                                        << "---"
+                                        << "111"
+                                        << "..."
+                                        << "At least select one template to print.";
+    QTest::newRow("print: none printable") << "cmdPrint"
+                                           << "cbs"
+                                           << "000"
+                                           << "..."
+                                           << "At least select one item to be printable.";
+    QTest::newRow("print: no valid") << "cmdPrint"
+                                     << "c--"
+                                     << "011"
+                                     << "..."
+                                     << "No valid printable template selected.";
+    QTest::newRow("print: no cover") << "cmdPrint"
+                                     << "-b-"
+                                     << "110"
+                                     << "..."
+                                     << "No cover page template selected.";
+    QTest::newRow("print: no custom") << "cmdPrint"
+                                      << "c-s"
+                                      << "111"
+                                      << "..."
+                                      << "No custom template selected.";
+    QTest::newRow("print: no summary") << "cmdPrint"
+                                       << "cb-"
+                                       << "111"
+                                       << "..."
+                                       << "No summary template selected.";
+    QTest::newRow("print: cover gone") << "cmdPrint"
+                                       << "cbs"
+                                       << "111"
+                                       << "x.."
+                                       << "Cover Page Template Not Found.";
+    QTest::newRow("print: custom gone") << "cmdPrint"
+                                        << "cbs"
+                                        << "111"
+                                        << ".x."
+                                        << "Custom Template Not Found.";
+    QTest::newRow("print: summary gone") << "cmdPrint"
+                                         << "cbs"
+                                         << "111"
+                                         << "..x"
+                                         << "Summary Template Not Found.";
+    QTest::newRow("print: fine") << "cmdPrint"
+                                 << "cbs"
+                                 << "101"
+                                 << ".x."
+                                 << "";
 }
 
-void MainWindowTest::previewChecks() {
+// Print Preview and Print refuse an incomplete selection with their own message each, and
+// otherwise pass the job on.
+void MainWindowTest::commandChecks() {
+    QFETCH(QString, command);
     QFETCH(QString, templates);
     QFETCH(QString, printable);
     QFETCH(QString, missing);
@@ -152,75 +213,14 @@ void MainWindowTest::previewChecks() {
     Fixture f;
     frmMenu window(f.context, f.prompter, f.actions);
     applySelection(f, window, templates, printable, missing);
-    QVERIFY(window.dispatch("cmdPrintPreview"));
+    QVERIFY(window.dispatch(command));
     if (message.isEmpty()) {
         QVERIFY(f.prompter.messages().isEmpty());
         QCOMPARE(f.actions.calls.size(), 1);
-        QVERIFY(f.actions.calls.first().startsWith("preview:"));
+        QVERIFY(f.actions.calls.first().startsWith(command == "cmdPrint" ? "print" : "preview:"));
     } else {
         QCOMPARE(f.prompter.messages(), QStringList{message});
         QCOMPARE(f.prompter.calls().first().icon, MessageIcon::Exclamation);
-        QVERIFY(f.actions.calls.isEmpty());
-    }
-}
-
-void MainWindowTest::printChecks_data() {
-    addSelectionColumns();
-    QTest::newRow("no template") << "---"
-                                 << "111"
-                                 << "..."
-                                 << "At least select one template to print.";
-    QTest::newRow("none printable") << "cbs"
-                                    << "000"
-                                    << "..."
-                                    << "At least select one item to be printable.";
-    QTest::newRow("no valid") << "c--"
-                              << "011"
-                              << "..."
-                              << "No valid printable template selected.";
-    QTest::newRow("no cover") << "-b-"
-                              << "110"
-                              << "..."
-                              << "No cover page template selected.";
-    QTest::newRow("no custom") << "c-s"
-                               << "111"
-                               << "..."
-                               << "No custom template selected.";
-    QTest::newRow("no summary") << "cb-"
-                                << "111"
-                                << "..."
-                                << "No summary template selected.";
-    QTest::newRow("cover gone") << "cbs"
-                                << "111"
-                                << "x.."
-                                << "Cover Page Template Not Found.";
-    QTest::newRow("custom gone") << "cbs"
-                                 << "111"
-                                 << ".x."
-                                 << "Custom Template Not Found.";
-    QTest::newRow("summary gone") << "cbs"
-                                  << "111"
-                                  << "..x"
-                                  << "Summary Template Not Found.";
-    QTest::newRow("fine") << "cbs"
-                          << "101"
-                          << ".x."
-                          << "";
-}
-
-void MainWindowTest::printChecks() {
-    QFETCH(QString, templates);
-    QFETCH(QString, printable);
-    QFETCH(QString, missing);
-    QFETCH(QString, message);
-    Fixture f;
-    frmMenu window(f.context, f.prompter, f.actions);
-    applySelection(f, window, templates, printable, missing);
-    window.dispatch("cmdPrint");
-    if (message.isEmpty()) {
-        QCOMPARE(f.actions.calls, QStringList{"print"});
-    } else {
-        QCOMPARE(f.prompter.messages(), QStringList{message});
         QVERIFY(f.actions.calls.isEmpty());
     }
 }

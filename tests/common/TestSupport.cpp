@@ -1,5 +1,7 @@
 #include "common/TestSupport.h"
 
+#include "base/IniFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -18,6 +20,25 @@ QString realWorldSifFolder() {
     const QString folder = QDir(QStringLiteral(TAVREL_SOURCE_DIR))
                                .absoluteFilePath(QStringLiteral("../shared/realworld/sif"));
     return QFileInfo(folder).isDir() ? QDir::cleanPath(folder) : QString();
+}
+
+QString copyDemoJob(const QString &folder) {
+    const QDir demo(sourcePath(QStringLiteral("examples/demo")));
+    for (const QString &name : demo.entryList(QDir::Files)) {
+        if (!QFile::copy(demo.filePath(name), QDir(folder).filePath(name)))
+            return {};
+    }
+    const QString job = QDir(folder).filePath(QStringLiteral("job.ini"));
+    QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
+    const QString templates = sourcePath(QStringLiteral("resources/Print Templates"));
+    tavrel::IniFile::write(
+        job, QStringLiteral("Printer"),
+        {{QStringLiteral("Template Directory"), templates},
+         {QStringLiteral("Cover Template"), templates + QStringLiteral("/Classic.cov")},
+         {QStringLiteral("Body Template"), templates + QStringLiteral("/Classic Customer.cst")},
+         {QStringLiteral("Summary Template"),
+          templates + QStringLiteral("/Classic Customer.sum")}});
+    return job;
 }
 
 QByteArray readBytes(const QString &path) {

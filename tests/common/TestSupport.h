@@ -15,6 +15,10 @@ QString sourcePath(const QString &relative);
 // Folder of the real-world SIF files beside the repository, or an empty string.
 QString realWorldSifFolder();
 
+// Copies the bundled demo job into folder, naming the Classic templates of the source tree in
+// its job file, and returns the job file's path (empty when a copy failed).
+QString copyDemoJob(const QString &folder);
+
 QByteArray readBytes(const QString &path);
 void writeBytes(const QString &path, const QByteArray &bytes);
 

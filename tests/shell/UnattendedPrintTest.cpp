@@ -60,19 +60,9 @@ void UnattendedPrintTest::printsDemoJobOnCupsPdfPrinter() {
         QSKIP("poppler-utils not installed");
 
     QTemporaryDir dir;
-    const QString demo = testsupport::sourcePath("examples/demo");
-    for (const QString &name : QDir(demo).entryList(QDir::Files))
-        QVERIFY(QFile::copy(QDir(demo).filePath(name), dir.filePath(name)));
-    const QString job = dir.filePath("job.ini");
-    QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
-    const QString templates = testsupport::sourcePath("resources/Print Templates");
-    tavrel::IniFile::write(job, "Printer",
-                           {{"Function", "2"},
-                            {"PrinterDeviceName", "PDF"},
-                            {"Template Directory", templates},
-                            {"Cover Template", templates + "/Classic.cov"},
-                            {"Body Template", templates + "/Classic Customer.cst"},
-                            {"Summary Template", templates + "/Classic Customer.sum"}});
+    const QString job = testsupport::copyDemoJob(dir.path());
+    QVERIFY(!job.isEmpty());
+    tavrel::IniFile::write(job, "Printer", {{"Function", "2"}, {"PrinterDeviceName", "PDF"}});
 
     const QString outFolder =
         QDir(QString::fromLocal8Bit(getpwuid(getuid())->pw_dir)).filePath("PDF");

@@ -132,14 +132,11 @@ void DesignerRebuildTest::drawLine(frmCustomLayout &window, const LineInfo &line
 }
 
 QByteArray DesignerRebuildTest::bodyPages(const QString &templatePath) {
-    const QString demo = testsupport::sourcePath("examples/demo");
     QTemporaryDir jobDir;
-    for (const QString &name : QDir(demo).entryList(QDir::Files))
-        QFile::copy(QDir(demo).filePath(name), jobDir.filePath(name));
-    QFile::setPermissions(jobDir.filePath("job.ini"), QFile::ReadOwner | QFile::WriteOwner);
     AppContext context;
     ScriptedPrompter quiet;
-    if (!Startup::loadJob(context, jobDir.filePath("job.ini"), jobDir.path(), quiet, PrinterList{}))
+    if (!Startup::loadJob(context, testsupport::copyDemoJob(jobDir.path()), jobDir.path(), quiet,
+                          PrinterList{}))
         return {};
     ReportJob report(context, sectionOnlySelection(TemplateKind::Custom, templatePath), quiet,
                      QDateTime(QDate(2025, 1, 15), QTime(10, 0)));

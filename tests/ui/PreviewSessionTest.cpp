@@ -29,30 +29,11 @@ class PreviewSessionTest : public QObject {
 private slots:
     void previewsDemoJob();
     void designerPreviewsTheTemplateLive();
-
-private:
-    QString demoJob(const QTemporaryDir &dir);
 };
-
-// A copy of the demo job that names the Classic templates (a failed copy fails loading).
-QString PreviewSessionTest::demoJob(const QTemporaryDir &dir) {
-    const QString demo = testsupport::sourcePath("examples/demo");
-    for (const QString &name : QDir(demo).entryList(QDir::Files))
-        QFile::copy(QDir(demo).filePath(name), dir.filePath(name));
-    const QString job = dir.filePath("job.ini");
-    QFile::setPermissions(job, QFile::ReadOwner | QFile::WriteOwner);
-    const QString templates = testsupport::sourcePath("resources/Print Templates");
-    IniFile::write(job, "Printer",
-                   {{"Template Directory", templates},
-                    {"Cover Template", templates + "/Classic.cov"},
-                    {"Body Template", templates + "/Classic Customer.cst"},
-                    {"Summary Template", templates + "/Classic Customer.sum"}});
-    return job;
-}
 
 void PreviewSessionTest::previewsDemoJob() {
     QTemporaryDir dir;
-    const QString job = demoJob(dir);
+    const QString job = testsupport::copyDemoJob(dir.path());
     ScriptedPrompter prompter;
     AppContext context;
     QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
@@ -73,7 +54,7 @@ void PreviewSessionTest::previewsDemoJob() {
 // page, and follows an edit that has not been saved.
 void PreviewSessionTest::designerPreviewsTheTemplateLive() {
     QTemporaryDir dir;
-    const QString job = demoJob(dir);
+    const QString job = testsupport::copyDemoJob(dir.path());
     ScriptedPrompter prompter;
     AppContext context;
     QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));

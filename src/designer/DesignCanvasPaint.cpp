@@ -157,11 +157,8 @@ void DesignCanvas::paintBox(QPainter &painter, const BoxInfo &box, bool selected
         text = QStringLiteral("[Image]");
     painter.drawText(r.adjusted(2, 0, -2, 0),
                      alignmentOf(box.textAlign) | Qt::AlignVCenter | Qt::TextSingleLine, text);
-    const OtherInfo &other = m_document.layout().other;
-    const float code =
-        box.caption == QLatin1String("Option Code / Description")        ? other.realONNWidth
-        : box.caption == QLatin1String("Option Note Code / Description") ? other.realANNWidth
-                                                                         : 0.0f;
+    const std::optional<PairWidthFields> pair = pairWidthFields(box.caption);
+    const float code = pair ? m_document.layout().other.*pair->code : 0.0f;
     if (code > 0 && code < float(box.width)) {
         // Where the code ends and the description begins.
         const int x = toWidget(QPointF(boxPageRect(box.index).left() + double(code), 0)).x();

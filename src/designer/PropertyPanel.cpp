@@ -130,10 +130,9 @@ void PropertyPanel::refresh() {
     m_top->setValue(box.top / 1440.0);
     m_width->setValue(box.width / 1440.0);
     m_height->setValue(box.height / 1440.0);
-    TemplateLayout shown = m_document.layout();
-    const std::optional<PairWidths> pair = pairWidths(shown, box);
+    const std::optional<PairWidthFields> pair = pairWidthFields(box.caption);
     m_codeWidth->setEnabled(pair.has_value());
-    m_codeWidth->setValue(pair ? double(*pair->code) / 1440.0 : 0);
+    m_codeWidth->setValue(pair ? double(m_document.layout().other.*pair->code) / 1440.0 : 0);
     m_fontName->setCurrentFont(QFont(box.fontName));
     m_fontSize->setValue(box.fontSize);
     m_bold->setChecked(box.fontBold);
@@ -163,21 +162,14 @@ void PropertyPanel::applyGeometry() {
         box.resized = true;
         box.resizedWidth = width;
         box.resizedHeight = height;
-        if (const std::optional<PairWidths> pair = pairWidths(layout, box); pair && *pair->code > 0)
-            *pair->description = float(std::max<qint32>(0, width - qint32(*pair->code)));
+        OtherInfo &other = layout.other;
+        if (const std::optional<PairWidthFields> pair = pairWidthFields(box.caption);
+            pair && other.*pair->code > 0)
+            other.*pair->description =
+                float(std::max<qint32>(0, width - qint32(other.*pair->code)));
     }
     LayoutEdits::assignLevels(layout);
     m_document.change(layout, QStringLiteral("Properties"), m_mergeId);
-}
-
-std::optional<PropertyPanel::PairWidths> PropertyPanel::pairWidths(TemplateLayout &layout,
-                                                                   const BoxInfo &box) {
-    OtherInfo &other = layout.other;
-    if (box.caption == QLatin1String("Option Code / Description"))
-        return PairWidths{&other.realONNWidth, &other.realODWidth};
-    if (box.caption == QLatin1String("Option Note Code / Description"))
-        return PairWidths{&other.realANNWidth, &other.realADWidth};
-    return std::nullopt;
 }
 
 void PropertyPanel::applyCodeWidth() {
@@ -186,12 +178,12 @@ void PropertyPanel::applyCodeWidth() {
         return;
     TemplateLayout layout = m_document.layout();
     const BoxInfo &box = layout.box(picked.first());
-    const std::optional<PairWidths> pair = pairWidths(layout, box);
+    const std::optional<PairWidthFields> pair = pairWidthFields(box.caption);
     if (!pair)
         return;
     const qint32 code = std::min(box.width, qint32(std::lround(m_codeWidth->value() * 1440)));
-    *pair->code = float(code);
-    *pair->description = float(box.width - code);
+    layout.other.*pair->code = float(code);
+    layout.other.*pair->description = float(box.width - code);
     m_document.change(layout, QStringLiteral("Code Width"), m_document.newMergeId());
 }
 

@@ -2,8 +2,6 @@
 
 #include <QWidget>
 
-#include <optional>
-
 class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
@@ -15,7 +13,6 @@ namespace tavrel {
 
 class DesignerDocument;
 struct BoxInfo;
-class TemplateLayout;
 
 // The properties of the selected box (the first of a multiple selection): position and size in
 // inches, font, colours, text alignment and the label flag. Font, alignment and label apply to
@@ -39,13 +36,6 @@ signals:
     void commandWanted(const QString &command);
 
 private:
-    // The template-wide code and description widths of a pair box, null for other boxes.
-    struct PairWidths {
-        float *code;
-        float *description;
-    };
-    static std::optional<PairWidths> pairWidths(TemplateLayout &layout, const BoxInfo &box);
-
     void refresh();
     void applyCodeWidth();
     void applyGeometry();

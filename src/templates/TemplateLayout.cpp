@@ -8,6 +8,14 @@
 
 namespace tavrel {
 
+std::optional<PairWidthFields> pairWidthFields(const QString &caption) {
+    if (caption == QLatin1String("Option Code / Description"))
+        return PairWidthFields{&OtherInfo::realONNWidth, &OtherInfo::realODWidth};
+    if (caption == QLatin1String("Option Note Code / Description"))
+        return PairWidthFields{&OtherInfo::realANNWidth, &OtherInfo::realADWidth};
+    return std::nullopt;
+}
+
 namespace {
 
 template <typename Array> auto &slotOf(Array &array, int slot) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "templates/BoxInfo.h"
 #include "templates/LineInfo.h"
 #include "templates/PrintRect.h"
@@ -60,6 +62,15 @@ struct OtherInfo {
 
     bool operator==(const OtherInfo &) const = default;
 };
+
+// The code and description widths that a pair box ("Option Code / Description", "Option Note
+// Code / Description") prints its lines in, as members of OtherInfo.
+struct PairWidthFields {
+    float OtherInfo::*code;
+    float OtherInfo::*description;
+};
+// The widths of the pair box with this caption; none for any other caption.
+std::optional<PairWidthFields> pairWidthFields(const QString &caption);
 
 // One page layout: the template-wide values and the fixed-capacity element arrays, addressed by
 // 1-based slot numbers. Slot access outside the capacity throws RuntimeError 9 (subscript out

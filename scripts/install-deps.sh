@@ -8,6 +8,8 @@ packages=(
     cmake ninja-build g++ pkg-config make clang-format
     # Qt 6 (Core, Gui, Widgets, PrintSupport, Test) and xcb for the parent-window closer
     qt6-base-dev libxcb1-dev
+    # suffix sorting for the order file's note joining
+    libdivsufsort-dev
     # fonts: Arial / Times New Roman / Courier New resolve to Liberation
     fonts-liberation2 fontconfig
     # headless windows, screenshots and the window-manager tests

@@ -1,9 +1,9 @@
 #include "spec/OrderFileReader.h"
 
+#include "base/ContainedLines.h"
 #include "base/Conversions.h"
 #include "base/ErrorReport.h"
 #include "base/RuntimeError.h"
-#include "base/SubstringIndex.h"
 #include "base/TextFile.h"
 #include "spec/BasicText.h"
 #include "spec/Totals.h"
@@ -41,39 +41,37 @@ int indexDigit(const QString &line, QChar first, Qt::CaseSensitivity sensitivity
 }
 
 // Joins lines into one note: the first becomes the note, later ones follow a carriage return.
-// With onlyNew, a text already found anywhere in the note is skipped; the index keeps that
-// search from growing with the note, as a file of many distinct lines would make it.
+// With onlyNew, a text already found anywhere in the note is skipped. The lines hold no line
+// breaks, so a text is in the note exactly when it is in the note as it began or in an earlier
+// line; that is decided for all lines at once when they are in, rather than by searching the
+// growing note once per line, which a file of many distinct lines would make quadratic.
 class NoteJoiner {
 public:
-    explicit NoteJoiner(QString &notes)
-        : notes_(notes) {}
+    NoteJoiner(QString &notes, bool onlyNew)
+        : notes_(notes)
+        , onlyNew_(onlyNew) {}
 
-    void append(const QString &text, bool onlyNew) {
-        if (notes_.isEmpty()) {
-            notes_ = text;
-            indexed_ = false;
-            return;
+    void append(const QString &text) { texts_ << text; }
+
+    void finish() {
+        const qsizetype offset = notes_.isEmpty() ? 0 : 1;
+        std::vector<bool> contained;
+        if (onlyNew_)
+            contained = containedInEarlierLines(offset ? QStringList{notes_} + texts_ : texts_);
+        for (qsizetype index = 0; index < texts_.size(); ++index) {
+            const QString &text = texts_[index];
+            if (notes_.isEmpty())
+                notes_ = text;
+            else if (!onlyNew_ || !contained[std::size_t(index + offset)])
+                notes_ += carriageReturn + text;
         }
-        if (onlyNew) {
-            if (!indexed_) {
-                index_ = SubstringIndex();
-                index_.append(notes_);
-                indexed_ = true;
-            }
-            if (index_.contains(text))
-                return;
-        }
-        notes_ += carriageReturn + text;
-        if (indexed_) {
-            index_.append(carriageReturn);
-            index_.append(text);
-        }
+        texts_.clear();
     }
 
 private:
     QString &notes_;
-    SubstringIndex index_;
-    bool indexed_ = false;
+    const bool onlyNew_;
+    QStringList texts_;
 };
 
 // Contact lists are numbered from 1 by the digit of their K or U line; an index outside the
@@ -163,7 +161,7 @@ void readHeaderLine(const QString &line, OrderData &order, NoteJoiner &comments)
         *field = text;
     } else if (line.startsWith(QLatin1String("TN="))) {
         // Comments already holding the text anywhere do not take it again.
-        comments.append(text, true);
+        comments.append(text);
     }
 }
 
@@ -190,7 +188,7 @@ void readClassicChargeLine(const QString &line, OrderData &order, NoteJoiner &sh
         if (line.mid(2, 1) == QLatin1String("=") && !order.charges.empty())
             order.charges.back().amount = text;
     } else if (tag == QLatin1String("SN=")) {
-        shippingNotes.append(text, false);
+        shippingNotes.append(text);
     }
 }
 
@@ -211,7 +209,7 @@ void readVersion4ChargeLine(const QString &line, OrderData &order, NoteJoiner &s
         else if (kind == QLatin1String("S"))
             charge.secondText = line.mid(4) + QStringLiteral(": ");
     } else if (line.left(3).toUpper() == QLatin1String("SN=")) {
-        shippingNotes.append(line.mid(3), true);
+        shippingNotes.append(line.mid(3));
     }
 }
 
@@ -227,13 +225,15 @@ bool isCifVersion4(const QString &cifPath) {
 }
 
 void readAdditionalChargeLines(const QStringList &lines, bool version4, OrderData &order) {
-    NoteJoiner shippingNotes(order.shippingNotes);
+    // Only version 4 files skip shipping notes the note already holds.
+    NoteJoiner shippingNotes(order.shippingNotes, version4);
     for (const QString &line : lines) {
         if (version4)
             readVersion4ChargeLine(line, order, shippingNotes);
         else
             readClassicChargeLine(line, order, shippingNotes);
     }
+    shippingNotes.finish();
 }
 
 void readAdditionalCharges(const QString &cifPath, bool version4, OrderData &order) {
@@ -242,9 +242,10 @@ void readAdditionalCharges(const QString &cifPath, bool version4, OrderData &ord
 }
 
 void readOrderHeaderLines(const QStringList &lines, OrderData &order) {
-    NoteJoiner comments(order.header.comments);
+    NoteJoiner comments(order.header.comments, true);
     for (const QString &line : lines)
         readHeaderLine(line, order, comments);
+    comments.finish();
 }
 
 void readOrderHeader(const QString &cifPath, OrderData &order) {

@@ -71,6 +71,8 @@ void OrderFileReaderTest::header_data() {
     row("identical comment once", "TN=a\nTN=a", "TN", QStringLiteral("a"));
     row("contained comment skipped", "TN=xaby\nTN=ab", "TN", QStringLiteral("xaby"));
     row("empty comment after text skipped", "TN=a\nTN=", "TN", QStringLiteral("a"));
+    row("comment across two earlier ones kept", "TN=ab\nTN=cd\nTN=bc\nTN=c", "TN",
+        QStringLiteral("ab\rcd\rbc"));
     row("sales with numbers", "K1=Ann\nL1=100\nK2=Bob\nL7=200", "sales",
         QStringLiteral(R"([{"name":"Ann","number":"100"},{"name":"Bob","number":"200"}])"));
     row("number before any sales person skipped", "L1=100\nK1=Ann", "sales",

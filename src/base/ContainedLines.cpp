@@ -1,0 +1,258 @@
+#include "base/ContainedLines.h"
+
+#include <divsufsort.h>
+
+#include <QHashFunctions>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <new>
+
+namespace tavrel {
+
+namespace {
+
+// Parts the lines in the byte text; no encoded character produces it.
+constexpr std::uint8_t separator = 0xFF;
+
+// A text read from a Windows-1252 file uses at most 256 characters, so each usually gets a byte
+// of its own. Otherwise each UTF-16 unit takes one to three bytes after the manner of UTF-8: a
+// lead byte never equals a continuation byte, so an encoded line matches at a byte position only
+// where the line matches at a character. Either way the pieces looked for hold no separator, so
+// a match never spans two lines.
+class ByteCode {
+public:
+    explicit ByteCode(const QStringList &lines) {
+        codes_.fill(-1);
+        int count = 0;
+        for (const QString &line : lines) {
+            for (const QChar character : line) {
+                std::int16_t &code = codes_[character.unicode()];
+                if (code < 0 && (code = std::int16_t(count++)) >= separator) {
+                    compact_ = false;
+                    return;
+                }
+            }
+        }
+    }
+
+    void append(std::vector<std::uint8_t> &bytes, QStringView line) const {
+        for (const QChar character : line) {
+            const char16_t unit = character.unicode();
+            if (compact_) {
+                bytes.push_back(std::uint8_t(codes_[unit]));
+            } else if (unit < 0x80) {
+                bytes.push_back(std::uint8_t(unit));
+            } else if (unit < 0x800) {
+                bytes.push_back(std::uint8_t(0xC0 | (unit >> 6)));
+                bytes.push_back(std::uint8_t(0x80 | (unit & 0x3F)));
+            } else {
+                bytes.push_back(std::uint8_t(0xE0 | (unit >> 12)));
+                bytes.push_back(std::uint8_t(0x80 | ((unit >> 6) & 0x3F)));
+                bytes.push_back(std::uint8_t(0x80 | (unit & 0x3F)));
+            }
+        }
+    }
+
+private:
+    std::array<std::int16_t, 65536> codes_;
+    bool compact_ = true;
+};
+
+struct Lines {
+    std::vector<std::uint8_t> text;
+    std::vector<std::int32_t> starts;
+    std::vector<std::int32_t> lengths;
+};
+
+Lines encodedLines(const QStringList &lines) {
+    const auto code = std::make_unique<ByteCode>(lines);
+    Lines encoded;
+    qsizetype size = 0;
+    for (const QString &line : lines)
+        size += line.size() + 1;
+    encoded.text.reserve(std::size_t(size));
+    encoded.starts.reserve(std::size_t(lines.size()));
+    encoded.lengths.reserve(std::size_t(lines.size()));
+    for (const QString &line : lines) {
+        const std::size_t start = encoded.text.size();
+        code->append(encoded.text, line);
+        // The suffix sorter counts in 32 bits, and so do the marks below.
+        if (encoded.text.size() >= std::size_t(std::numeric_limits<std::int32_t>::max()))
+            throw std::bad_alloc();
+        encoded.starts.push_back(std::int32_t(start));
+        encoded.lengths.push_back(std::int32_t(encoded.text.size() - start));
+        encoded.text.push_back(separator);
+    }
+    return encoded;
+}
+
+// How far ahead the passes below ask for memory they will read out of order; the suffix order
+// jumps across the whole text, and waiting for each read in turn would dominate their time.
+constexpr std::size_t lookAhead = 16;
+
+// Set on a common-prefix length whose suffix starts a line.
+constexpr std::uint32_t lineStartMark = 0x80000000u;
+constexpr std::uint32_t noSuffix = std::numeric_limits<std::uint32_t>::max();
+
+// For each text position, the length of the common prefix of its suffix and the one sorted just
+// before it (0 for the first), marked where the suffix starts a line. Linear: each position
+// starts its comparison at most one byte short of where the one before it ended.
+std::vector<std::uint32_t> commonPrefixes(const std::vector<std::uint8_t> &text,
+                                          const std::vector<std::int32_t> &order) {
+    const std::size_t size = text.size();
+    // First the suffix sorted before each position's; each entry becomes its length in turn.
+    std::vector<std::uint32_t> common(size);
+    common[std::size_t(order[0])] = noSuffix;
+    for (std::size_t rank = 1; rank < size; ++rank) {
+        if (rank + lookAhead < size)
+            __builtin_prefetch(&common[std::size_t(order[rank + lookAhead])], 1);
+        common[std::size_t(order[rank])] = std::uint32_t(order[rank - 1]);
+    }
+    std::size_t length = 0;
+    for (std::size_t position = 0; position < size; ++position) {
+        if (position + lookAhead < size && common[position + lookAhead] != noSuffix)
+            __builtin_prefetch(&text[common[position + lookAhead] + length]);
+        const std::uint32_t previous = common[position];
+        if (previous == noSuffix) {
+            length = 0;
+        } else {
+            while (position + length < size && previous + length < size &&
+                   text[position + length] == text[previous + length])
+                ++length;
+        }
+        const bool startsLine = position == 0 || text[position - 1] == separator;
+        common[position] = std::uint32_t(length) | (startsLine ? lineStartMark : 0);
+        length = length > 0 ? length - 1 : 0;
+    }
+    return common;
+}
+
+// A line occurs earlier when a suffix that starts before it shares its whole length. Among the
+// sorted suffixes, the nearest such one on either side is the nearest with a smaller position.
+// One pass in sorted order keeps a stack of suffixes whose smaller-positioned neighbour on the
+// right is still to come, each with the least common prefix since it: a suffix meets its left
+// neighbour when pushed and its right one when popped.
+class EarlierOccurrences {
+public:
+    EarlierOccurrences(const Lines &lines, std::size_t textSize, std::vector<bool> &contained)
+        : lines_(lines)
+        , contained_(contained) {
+        // One more entry than there are stretches: the end of the last one.
+        const std::size_t stretches = (textSize >> stretchBits) + 2;
+        firstLineOfStretch_.reserve(stretches);
+        std::size_t line = 0;
+        for (std::size_t stretch = 0; stretch < stretches; ++stretch) {
+            while (line < lines.starts.size() &&
+                   std::size_t(lines.starts[line]) < (stretch << stretchBits))
+                ++line;
+            firstLineOfStretch_.push_back(std::int32_t(line));
+        }
+    }
+
+    void visit(std::int32_t position, std::uint32_t commonWithPrevious, bool startsLine) {
+        if (!stack_.empty())
+            stack_.back().common = std::min(stack_.back().common, commonWithPrevious);
+        while (!stack_.empty() && stack_.back().position > position) {
+            const Entry popped = stack_.back();
+            stack_.pop_back();
+            check(popped.line, popped.common);
+            if (!stack_.empty())
+                stack_.back().common = std::min(stack_.back().common, popped.common);
+        }
+        const std::int32_t line = startsLine ? lineAt(position) : -1;
+        if (!stack_.empty())
+            check(line, stack_.back().common);
+        stack_.push_back({position, std::numeric_limits<std::uint32_t>::max(), line});
+    }
+
+private:
+    struct Entry {
+        std::int32_t position;
+        std::uint32_t common;
+        std::int32_t line;
+    };
+
+    void check(std::int32_t line, std::uint32_t common) {
+        if (line >= 0 && common >= std::uint32_t(lines_.lengths[std::size_t(line)]))
+            contained_[std::size_t(line)] = true;
+    }
+
+    // The line starting at a position: a search among the few starts in the position's stretch
+    // of the text, found by table, since a search of all starts misses the cache at every step.
+    std::int32_t lineAt(std::int32_t start) const {
+        const std::size_t stretch = std::size_t(start) >> stretchBits;
+        const auto first = lines_.starts.begin() + firstLineOfStretch_[stretch];
+        const auto last = lines_.starts.begin() + firstLineOfStretch_[stretch + 1];
+        return std::int32_t(std::lower_bound(first, last, start) - lines_.starts.begin());
+    }
+
+    static constexpr int stretchBits = 8;
+
+    const Lines &lines_;
+    std::vector<bool> &contained_;
+    std::vector<std::int32_t> firstLineOfStretch_;
+    std::vector<Entry> stack_;
+};
+
+// Lines known to be distinct, so that a text of many copies of a few lines sorts only those few.
+std::vector<bool> containedAmongDistinct(const QStringList &lines) {
+    std::vector<bool> contained(std::size_t(lines.size()), false);
+    if (lines.size() < 2)
+        return contained;
+    Lines encoded = encodedLines(lines);
+    std::vector<std::int32_t> order(encoded.text.size());
+    if (divsufsort(encoded.text.data(), order.data(), std::int32_t(order.size())) != 0)
+        throw std::bad_alloc();
+    const std::vector<std::uint32_t> common = commonPrefixes(encoded.text, order);
+    encoded.text = {};
+
+    EarlierOccurrences occurrences(encoded, order.size(), contained);
+    const std::size_t size = order.size();
+    for (std::size_t rank = 0; rank < size; ++rank) {
+        if (rank + lookAhead < size)
+            __builtin_prefetch(&common[std::size_t(order[rank + lookAhead])]);
+        const std::uint32_t value = common[std::size_t(order[rank])];
+        occurrences.visit(order[rank], value & ~lineStartMark, value & lineStartMark);
+    }
+    return contained;
+}
+
+} // namespace
+
+std::vector<bool> containedInEarlierLines(const QStringList &lines) {
+    // A copy of an earlier line is contained in it and can contain nothing the first cannot.
+    std::vector<bool> contained(std::size_t(lines.size()), false);
+    QStringList firsts;
+    std::vector<qsizetype> firstIndexes;
+    // An open-addressed table of the first copies' indexes: one block of memory, which goes
+    // back to the system before the sort needs its own.
+    std::size_t tableSize = 16;
+    while (tableSize < std::size_t(lines.size()) * 2)
+        tableSize *= 2;
+    std::vector<qsizetype> table(tableSize, -1);
+    for (qsizetype index = 0; index < lines.size(); ++index) {
+        std::size_t slot = qHash(QStringView(lines[index])) & (tableSize - 1);
+        while (table[slot] >= 0 && lines[table[slot]] != lines[index])
+            slot = (slot + 1) & (tableSize - 1);
+        if (table[slot] >= 0) {
+            contained[std::size_t(index)] = true;
+        } else {
+            table[slot] = index;
+            firsts << lines[index];
+            firstIndexes.push_back(index);
+        }
+    }
+    table = {};
+    const std::vector<bool> firstContained = containedAmongDistinct(firsts);
+    for (std::size_t first = 0; first < firstIndexes.size(); ++first) {
+        if (firstContained[first])
+            contained[std::size_t(firstIndexes[first])] = true;
+    }
+    return contained;
+}
+
+} // namespace tavrel

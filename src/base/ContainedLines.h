@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QStringList>
+
+#include <vector>
+
+namespace tavrel {
+
+// For each line, whether it occurs as a piece of some line before it (an empty line occurs in
+// any). Answered for all lines together from one sorted list of every line's suffixes, so that
+// many distinct lines cost time in proportion to their total length, not its square.
+std::vector<bool> containedInEarlierLines(const QStringList &lines);
+
+} // namespace tavrel

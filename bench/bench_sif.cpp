@@ -2,6 +2,8 @@
 // format of bench/gen_items.py: PN, PD, MC, QT, PL, SP and 0 to 4 ON/OD pairs, CR LF), read from
 // memory and from a file. Prints figures; never fails on them.
 
+#include "Measure.h"
+
 #include "spec/SifReader.h"
 #include "spec/SpecData.h"
 #include "spec/Totals.h"
@@ -11,15 +13,14 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <malloc.h>
-#include <time.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
 
 using namespace tavrel;
+using bench::cpuNanoseconds;
+using bench::heapInUse;
 
 namespace {
 
@@ -95,19 +96,6 @@ QByteArray generateSif(int items) {
         }
     }
     return text;
-}
-
-// Processor time of this process, in nanoseconds: on a virtual machine the wall time also holds
-// the host's work of handing fresh memory to the guest, which is not the reader's.
-qint64 cpuNanoseconds() {
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
-}
-
-std::size_t heapInUse() {
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
 }
 
 // The characters the records hold, in bytes (UTF-16).

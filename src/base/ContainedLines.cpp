@@ -115,7 +115,8 @@ std::vector<std::uint32_t> commonPrefixes(const std::vector<std::uint8_t> &text,
     std::size_t length = 0;
     for (std::size_t position = 0; position < size; ++position) {
         if (position + lookAhead < size && common[position + lookAhead] != noSuffix)
-            __builtin_prefetch(&text[common[position + lookAhead] + length]);
+            __builtin_prefetch(text.data() +
+                               std::min(common[position + lookAhead] + length, size - 1));
         const std::uint32_t previous = common[position];
         if (previous == noSuffix) {
             length = 0;

@@ -7,7 +7,7 @@ QString ExportFragmentWriter::textParagraph(HtmlTextSource, const HtmlTextStyle 
     return {};
 }
 
-QString ExportFragmentWriter::picture(const QString &, double, double) const {
+QString ExportFragmentWriter::picture(const QString &, double, double, HtmlPictureForm) const {
     return {};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "render/DisplayList.h"
+#include "render/HtmlFragments.h"
 
 #include <QString>
 
@@ -41,7 +42,8 @@ public:
     // text is the text as drawn; the writer escapes and rewrites it as the source requires.
     virtual QString textParagraph(HtmlTextSource source, const HtmlTextStyle &style, double left,
                                   double top, double width, const QString &text) const;
-    virtual QString picture(const QString &path, double left, double top) const;
+    virtual QString picture(const QString &path, double left, double top,
+                            HtmlPictureForm form) const;
     virtual QString rtfText(const RtfPlacement &placement, const QString &text) const;
     // The navigation bar template the job hands to ExportNavBar when HTML export starts.
     virtual QString topNavigationBar() const;

@@ -25,8 +25,9 @@ QString ExportMarkupWriter::textParagraph(HtmlTextSource source, const HtmlTextS
     return HtmlFragments::textParagraph(format, left, top, width, markup);
 }
 
-QString ExportMarkupWriter::picture(const QString &path, double left, double top) const {
-    return HtmlFragments::picture(path, left, top);
+QString ExportMarkupWriter::picture(const QString &path, double left, double top,
+                                    HtmlPictureForm form) const {
+    return HtmlFragments::picture(path, left, top, form);
 }
 
 QString ExportMarkupWriter::rtfText(const RtfPlacement &placement, const QString &text) const {

@@ -11,7 +11,8 @@ class ExportMarkupWriter : public ExportFragmentWriter {
 public:
     QString textParagraph(HtmlTextSource source, const HtmlTextStyle &style, double left,
                           double top, double width, const QString &text) const override;
-    QString picture(const QString &path, double left, double top) const override;
+    QString picture(const QString &path, double left, double top,
+                    HtmlPictureForm form) const override;
     QString rtfText(const RtfPlacement &placement, const QString &text) const override;
     QString topNavigationBar() const override;
 };

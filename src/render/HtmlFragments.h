@@ -42,8 +42,9 @@ struct HtmlTextFormat {
     int textAlign = 0;
 };
 
-// The two endings of a picture element: item pictures and logos write "WIDTH=50 Height=50",
-// the header and footer pictures of the band drawing "HEIGHT=50 WIDTH=50".
+// The two endings of a picture element: the pictures of item rows write "WIDTH=50 Height=50";
+// the header and footer pictures of the band drawing and the pictures of the cover and summary
+// write "HEIGHT=50 WIDTH=50".
 enum class HtmlPictureForm { Item, Band };
 
 // The two spellings of a status icon element, differing only in blanks.

@@ -70,12 +70,12 @@ void OutputHelpers::PrintAlignedTextBox(int alignment, const QString &text, doub
 }
 
 void OutputHelpers::PrintPicture(const QString &path, double left, double top,
-                                 const QString &sizePercent) {
+                                 const QString &sizePercent, HtmlPictureForm form) {
     if (path.isEmpty() || !QFileInfo(path).isFile())
         return;
     m_engine.DrawPicture(path, left, top, sizePercent, sizePercent);
     if (m_job.htmlExport && m_fragments)
-        m_engine.ExportRaw(m_fragments->picture(path, left, top));
+        m_engine.ExportRaw(m_fragments->picture(path, left, top, form));
 }
 
 } // namespace tavrel

@@ -32,8 +32,9 @@ public:
     void PrintAlignedTextBox(int alignment, const QString &text, double left, double top,
                              double width);
     // Draws the picture at sizePercent ("75%") when the path names an existing file; a missing
-    // file draws and reports nothing.
-    void PrintPicture(const QString &path, double left, double top, const QString &sizePercent);
+    // file draws and reports nothing. Item pictures and band pictures differ in their HTML.
+    void PrintPicture(const QString &path, double left, double top, const QString &sizePercent,
+                      HtmlPictureForm form = HtmlPictureForm::Item);
 
 private:
     // Reads the font back in the order the HTML paragraph is assembled from.

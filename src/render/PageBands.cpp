@@ -206,12 +206,13 @@ void PageBands::drawBox(OutputHelpers &out, const CustomTemplate &box, QPointF o
     const double left = origin.x() + box.tLeft;
     const double top = origin.y() + box.tTop;
     if (box.tLogo) {
-        out.PrintPicture(box.tLogoFile, left, top, sizeOr100(m_layout.other.logoSize));
+        out.PrintPicture(box.tLogoFile, left, top, sizeOr100(m_layout.other.logoSize),
+                         HtmlPictureForm::Band);
         return;
     }
     if (box.tImgPlaced) {
         const QString size = box.tImgSize.isEmpty() ? m_layout.other.imageSize : box.tImgSize;
-        out.PrintPicture(box.tImgFileName, left, top, sizeOr100(size));
+        out.PrintPicture(box.tImgFileName, left, top, sizeOr100(size), HtmlPictureForm::Band);
         return;
     }
     const QString text = boxText(box, pageNumber, pageTotal);

@@ -176,11 +176,11 @@ double BoxSectionRenderer::pictureHeight(const CustomTemplate &box) const {
 bool BoxSectionRenderer::drawPictureBox(OutputHelpers &out, const CustomTemplate &box, double left,
                                         double top) const {
     if (box.tLogo) {
-        out.PrintPicture(box.tLogoFile, left, top, pictureSize(box));
+        out.PrintPicture(box.tLogoFile, left, top, pictureSize(box), HtmlPictureForm::Band);
         return true;
     }
     if (box.tImgPlaced) {
-        out.PrintPicture(box.tImgFileName, left, top, pictureSize(box));
+        out.PrintPicture(box.tImgFileName, left, top, pictureSize(box), HtmlPictureForm::Band);
         return true;
     }
     return false;

@@ -32,8 +32,13 @@ public:
             .arg(style.textAlign)
             .arg(text);
     }
-    QString picture(const QString &path, double left, double top) const override {
-        return QStringLiteral("[picture %1 %2 %3]").arg(path).arg(left).arg(top);
+    QString picture(const QString &path, double left, double top,
+                    HtmlPictureForm form) const override {
+        return QStringLiteral("[picture %1 %2 %3%4]")
+            .arg(path)
+            .arg(left)
+            .arg(top)
+            .arg(form == HtmlPictureForm::Band ? QStringLiteral(" band") : QString());
     }
     QString rtfText(const RtfPlacement &placement, const QString &text) const override {
         return QStringLiteral("[rtf %1 %2 %3]").arg(placement.mode).arg(placement.blanks).arg(text);

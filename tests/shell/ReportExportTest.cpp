@@ -7,6 +7,7 @@
 #include "shell/Startup.h"
 
 #include <QDir>
+#include <QImage>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -66,6 +67,7 @@ private slots:
     void fileNaming();
     void hostileValueIsEscaped();
     void rtfHoldsEveryItem();
+    void coverPictureTakesTheBandForm();
 };
 
 void ReportExportTest::twoPageJobMatchesGolden() {
@@ -176,6 +178,29 @@ void ReportExportTest::rtfHoldsEveryItem() {
     const QString problem = testsupport::compareWithGolden(
         job.portable(testsupport::readBytes(rtf)), QStringLiteral("render/html/body.rtf"));
     QVERIFY2(problem.isEmpty(), qPrintable(problem));
+}
+
+// The cover's and summary's pictures end as the band pictures do, not as item pictures.
+void ReportExportTest::coverPictureTakesTheBandForm() {
+    Job job;
+    QVERIFY(job.load(3));
+    const QString logo = job.dir.filePath(QStringLiteral("logo.png"));
+    QImage image(20, 10, QImage::Format_RGB32);
+    image.fill(Qt::darkBlue);
+    QVERIFY(image.save(logo));
+    QByteArray cover =
+        testsupport::readBytes(exporttest::templateFolder() + QStringLiteral("/Classic.cov"));
+    QVERIFY(cover.contains("Box_1_LogoFile=\r\n"));
+    cover.replace("Box_1_LogoFile=\r\n", "Box_1_LogoFile=" + logo.toUtf8() + "\r\n");
+    MenuSelection selection = job.selection(true, false, false);
+    selection.templates[0] = job.dir.filePath(QStringLiteral("Logo.cov"));
+    testsupport::writeBytes(selection.templates[0], cover);
+
+    const QString first = ReportExport::exportHtml(job.context, selection, job.prompter,
+                                                   job.exportFolder(), job.options());
+    const QByteArray page = testsupport::readBytes(first);
+    QVERIFY2(page.contains(" SRC=\"" + logo.toUtf8() + "\" HEIGHT=50 WIDTH=50 /> "),
+             page.constData());
 }
 
 TAVREL_TEST(ReportExportTest)

@@ -25,10 +25,10 @@ constexpr std::uint8_t separator = 0xFF;
 // a match never spans two lines.
 class ByteCode {
 public:
-    explicit ByteCode(const QStringList &lines) {
+    explicit ByteCode(const QList<QStringView> &lines) {
         codes_.fill(-1);
         int count = 0;
-        for (const QString &line : lines) {
+        for (const QStringView line : lines) {
             for (const QChar character : line) {
                 std::int16_t &code = codes_[character.unicode()];
                 if (code < 0 && (code = std::int16_t(count++)) >= separator) {
@@ -68,16 +68,16 @@ struct Lines {
     std::vector<std::int32_t> lengths;
 };
 
-Lines encodedLines(const QStringList &lines) {
+Lines encodedLines(const QList<QStringView> &lines) {
     const auto code = std::make_unique<ByteCode>(lines);
     Lines encoded;
     qsizetype size = 0;
-    for (const QString &line : lines)
+    for (const QStringView line : lines)
         size += line.size() + 1;
     encoded.text.reserve(std::size_t(size));
     encoded.starts.reserve(std::size_t(lines.size()));
     encoded.lengths.reserve(std::size_t(lines.size()));
-    for (const QString &line : lines) {
+    for (const QStringView line : lines) {
         const std::size_t start = encoded.text.size();
         code->append(encoded.text, line);
         // The suffix sorter counts in 32 bits, and so do the marks below.
@@ -200,7 +200,7 @@ private:
 };
 
 // Lines known to be distinct, so that a text of many copies of a few lines sorts only those few.
-std::vector<bool> containedAmongDistinct(const QStringList &lines) {
+std::vector<bool> containedAmongDistinct(const QList<QStringView> &lines) {
     std::vector<bool> contained(std::size_t(lines.size()), false);
     if (lines.size() < 2)
         return contained;
@@ -224,10 +224,10 @@ std::vector<bool> containedAmongDistinct(const QStringList &lines) {
 
 } // namespace
 
-std::vector<bool> containedInEarlierLines(const QStringList &lines) {
+std::vector<bool> containedInEarlierLines(const QList<QStringView> &lines) {
     // A copy of an earlier line is contained in it and can contain nothing the first cannot.
     std::vector<bool> contained(std::size_t(lines.size()), false);
-    QStringList firsts;
+    QList<QStringView> firsts;
     std::vector<qsizetype> firstIndexes;
     // An open-addressed table of the first copies' indexes: one block of memory, which goes
     // back to the system before the sort needs its own.
@@ -236,7 +236,7 @@ std::vector<bool> containedInEarlierLines(const QStringList &lines) {
         tableSize *= 2;
     std::vector<qsizetype> table(tableSize, -1);
     for (qsizetype index = 0; index < lines.size(); ++index) {
-        std::size_t slot = qHash(QStringView(lines[index])) & (tableSize - 1);
+        std::size_t slot = qHash(lines[index]) & (tableSize - 1);
         while (table[slot] >= 0 && lines[table[slot]] != lines[index])
             slot = (slot + 1) & (tableSize - 1);
         if (table[slot] >= 0) {

@@ -51,19 +51,22 @@ public:
         : notes_(notes)
         , onlyNew_(onlyNew) {}
 
-    void append(const QString &text) { texts_ << text; }
+    // The text must stay in place until finish(): it is a piece of a line of the file.
+    void append(QStringView text) { texts_ << text; }
 
     void finish() {
         const qsizetype offset = notes_.isEmpty() ? 0 : 1;
         std::vector<bool> contained;
-        if (onlyNew_)
-            contained = containedInEarlierLines(offset ? QStringList{notes_} + texts_ : texts_);
+        if (onlyNew_) {
+            contained = containedInEarlierLines(
+                offset ? QList<QStringView>{QStringView(notes_)} + texts_ : texts_);
+        }
         for (qsizetype index = 0; index < texts_.size(); ++index) {
-            const QString &text = texts_[index];
+            const QStringView text = texts_[index];
             if (notes_.isEmpty())
-                notes_ = text;
+                notes_ = text.toString();
             else if (!onlyNew_ || !contained[std::size_t(index + offset)])
-                notes_ += carriageReturn + text;
+                (notes_ += carriageReturn) += text;
         }
         texts_.clear();
     }
@@ -71,7 +74,7 @@ public:
 private:
     QString &notes_;
     const bool onlyNew_;
-    QStringList texts_;
+    QList<QStringView> texts_;
 };
 
 // Contact lists are numbered from 1 by the digit of their K or U line; an index outside the
@@ -161,7 +164,7 @@ void readHeaderLine(const QString &line, OrderData &order, NoteJoiner &comments)
         *field = text;
     } else if (line.startsWith(QLatin1String("TN="))) {
         // Comments already holding the text anywhere do not take it again.
-        comments.append(text);
+        comments.append(QStringView(line).mid(3));
     }
 }
 
@@ -188,7 +191,7 @@ void readClassicChargeLine(const QString &line, OrderData &order, NoteJoiner &sh
         if (line.mid(2, 1) == QLatin1String("=") && !order.charges.empty())
             order.charges.back().amount = text;
     } else if (tag == QLatin1String("SN=")) {
-        shippingNotes.append(text);
+        shippingNotes.append(QStringView(line).mid(3));
     }
 }
 
@@ -209,7 +212,7 @@ void readVersion4ChargeLine(const QString &line, OrderData &order, NoteJoiner &s
         else if (kind == QLatin1String("S"))
             charge.secondText = line.mid(4) + QStringLiteral(": ");
     } else if (line.left(3).toUpper() == QLatin1String("SN=")) {
-        shippingNotes.append(line.mid(3));
+        shippingNotes.append(QStringView(line).mid(3));
     }
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <new>
@@ -90,6 +91,37 @@ Lines encodedLines(const QList<QStringView> &lines) {
     return encoded;
 }
 
+// The line starting at a position: a search among the few starts in the position's stretch of
+// the text, found by table, since a search of all starts misses the cache at every step.
+class LineFinder {
+public:
+    LineFinder(const Lines &lines, std::size_t textSize)
+        : starts_(lines.starts) {
+        // One more entry than there are stretches: the end of the last one.
+        const std::size_t stretches = (textSize >> stretchBits) + 2;
+        firstLineOfStretch_.reserve(stretches);
+        std::size_t line = 0;
+        for (std::size_t stretch = 0; stretch < stretches; ++stretch) {
+            while (line < starts_.size() && std::size_t(starts_[line]) < (stretch << stretchBits))
+                ++line;
+            firstLineOfStretch_.push_back(std::int32_t(line));
+        }
+    }
+
+    std::int32_t lineAt(std::int32_t start) const {
+        const std::size_t stretch = std::size_t(start) >> stretchBits;
+        const auto first = starts_.begin() + firstLineOfStretch_[stretch];
+        const auto last = starts_.begin() + firstLineOfStretch_[stretch + 1];
+        return std::int32_t(std::lower_bound(first, last, start) - starts_.begin());
+    }
+
+private:
+    static constexpr int stretchBits = 8;
+
+    const std::vector<std::int32_t> &starts_;
+    std::vector<std::int32_t> firstLineOfStretch_;
+};
+
 // How far ahead the passes below ask for memory they will read out of order; the suffix order
 // jumps across the whole text, and waiting for each read in turn would dominate their time.
 constexpr std::size_t lookAhead = 16;
@@ -141,18 +173,8 @@ class EarlierOccurrences {
 public:
     EarlierOccurrences(const Lines &lines, std::size_t textSize, std::vector<bool> &contained)
         : lines_(lines)
-        , contained_(contained) {
-        // One more entry than there are stretches: the end of the last one.
-        const std::size_t stretches = (textSize >> stretchBits) + 2;
-        firstLineOfStretch_.reserve(stretches);
-        std::size_t line = 0;
-        for (std::size_t stretch = 0; stretch < stretches; ++stretch) {
-            while (line < lines.starts.size() &&
-                   std::size_t(lines.starts[line]) < (stretch << stretchBits))
-                ++line;
-            firstLineOfStretch_.push_back(std::int32_t(line));
-        }
-    }
+        , finder_(lines, textSize)
+        , contained_(contained) {}
 
     void visit(std::int32_t position, std::uint32_t commonWithPrevious, bool startsLine) {
         if (!stack_.empty())
@@ -164,7 +186,7 @@ public:
             if (!stack_.empty())
                 stack_.back().common = std::min(stack_.back().common, popped.common);
         }
-        const std::int32_t line = startsLine ? lineAt(position) : -1;
+        const std::int32_t line = startsLine ? finder_.lineAt(position) : -1;
         if (!stack_.empty())
             check(line, stack_.back().common);
         stack_.push_back({position, std::numeric_limits<std::uint32_t>::max(), line});
@@ -182,21 +204,68 @@ private:
             contained_[std::size_t(line)] = true;
     }
 
-    // The line starting at a position: a search among the few starts in the position's stretch
-    // of the text, found by table, since a search of all starts misses the cache at every step.
-    std::int32_t lineAt(std::int32_t start) const {
-        const std::size_t stretch = std::size_t(start) >> stretchBits;
-        const auto first = lines_.starts.begin() + firstLineOfStretch_[stretch];
-        const auto last = lines_.starts.begin() + firstLineOfStretch_[stretch + 1];
-        return std::int32_t(std::lower_bound(first, last, start) - lines_.starts.begin());
+    const Lines &lines_;
+    const LineFinder finder_;
+    std::vector<bool> &contained_;
+    std::vector<Entry> stack_;
+};
+
+// The suffixes that begin with a whole line sit together in sorted order, around the line's own,
+// so walking out from it each way until a suffix no longer begins with the line meets an earlier
+// one if there is any. That is a step or two for most lines and reads only a little of the text.
+// But a line that occurs many times after itself and never before walks past every later copy,
+// so all walks share a budget of bytes compared; past it they give up, and the caller falls back
+// to the passes above, which cost the same whatever the text.
+class NeighbourWalk {
+public:
+    NeighbourWalk(const Lines &lines, const std::vector<std::int32_t> &order)
+        : lines_(lines)
+        , order_(order)
+        , budget_(4 * std::int64_t(order.size())) {}
+
+    // Fills in `contained`, or returns false when the budget ran out first.
+    bool run(std::vector<bool> &contained) {
+        const LineFinder finder(lines_, order_.size());
+        std::vector<std::uint64_t> startBits((order_.size() >> 6) + 1, 0);
+        for (const std::int32_t start : lines_.starts)
+            startBits[std::size_t(start) >> 6] |= std::uint64_t(1) << (start & 63);
+        const std::size_t size = order_.size();
+        for (std::size_t rank = 0; rank < size; ++rank) {
+            const std::int32_t position = order_[rank];
+            if (!((startBits[std::size_t(position) >> 6] >> (position & 63)) & 1))
+                continue;
+            const std::int32_t line = finder.lineAt(position);
+            if (earlierBetween(rank, position, lines_.lengths[std::size_t(line)], -1) ||
+                earlierBetween(rank, position, lines_.lengths[std::size_t(line)], 1))
+                contained[std::size_t(line)] = true;
+            if (budget_ < 0)
+                return false;
+        }
+        return true;
     }
 
-    static constexpr int stretchBits = 8;
+private:
+    bool earlierBetween(std::size_t rank, std::int32_t start, std::int32_t length, int step) {
+        const std::uint8_t *text = lines_.text.data();
+        const std::size_t size = order_.size();
+        for (std::size_t next = rank + std::size_t(step); next < size && budget_ >= 0;
+             next += std::size_t(step)) {
+            const std::int32_t other = order_[next];
+            if (std::size_t(other) + std::size_t(length) > size ||
+                std::memcmp(text + other, text + start, std::size_t(length)) != 0) {
+                --budget_;
+                return false;
+            }
+            budget_ -= length + 1;
+            if (other < start)
+                return true;
+        }
+        return false;
+    }
 
     const Lines &lines_;
-    std::vector<bool> &contained_;
-    std::vector<std::int32_t> firstLineOfStretch_;
-    std::vector<Entry> stack_;
+    const std::vector<std::int32_t> &order_;
+    std::int64_t budget_;
 };
 
 // Lines known to be distinct, so that a text of many copies of a few lines sorts only those few.
@@ -208,6 +277,9 @@ std::vector<bool> containedAmongDistinct(const QList<QStringView> &lines) {
     std::vector<std::int32_t> order(encoded.text.size());
     if (divsufsort(encoded.text.data(), order.data(), std::int32_t(order.size())) != 0)
         throw std::bad_alloc();
+    if (NeighbourWalk(encoded, order).run(contained))
+        return contained;
+    std::fill(contained.begin(), contained.end(), false);
     const std::vector<std::uint32_t> common = commonPrefixes(encoded.text, order);
     encoded.text = {};
 

@@ -145,26 +145,27 @@ QString *headerField(OrderHeader &header, QStringView tag) {
 }
 
 void readHeaderLine(const QString &line, OrderData &order, NoteJoiner &comments) {
-    const QString text = line.mid(3);
+    // A view: comment lines, which may be most of the file, are kept as views until the end.
+    const QStringView text = QStringView(line).mid(3);
     if (const int digit = indexDigit(line, QLatin1Char('K'), Qt::CaseSensitive); digit >= 0) {
-        startContact(order.salesPersons, order.currentSalesPerson, digit, text);
+        startContact(order.salesPersons, order.currentSalesPerson, digit, text.toString());
     } else if (indexDigit(line, QLatin1Char('L'), Qt::CaseSensitive) >= 0) {
         // An L line belongs to the K line before it; its own digit is not used.
         if (QString *number =
                 contactField(order.salesPersons, order.currentSalesPerson, &OrderContact::number))
-            *number = text;
+            *number = text.toString();
     } else if (const int digit = indexDigit(line, QLatin1Char('U'), Qt::CaseSensitive);
                digit >= 0) {
-        startContact(order.dealers, order.currentDealer, digit, text);
+        startContact(order.dealers, order.currentDealer, digit, text.toString());
     } else if (indexDigit(line, QLatin1Char('V'), Qt::CaseSensitive) >= 0) {
         if (QString *number =
                 contactField(order.dealers, order.currentDealer, &OrderContact::number))
-            *number = text;
+            *number = text.toString();
     } else if (QString *field = headerField(order.header, QStringView(line).left(3))) {
-        *field = text;
+        *field = text.toString();
     } else if (line.startsWith(QLatin1String("TN="))) {
         // Comments already holding the text anywhere do not take it again.
-        comments.append(QStringView(line).mid(3));
+        comments.append(text);
     }
 }
 
@@ -177,21 +178,21 @@ void addCharge(OrderData &order, const QString &amount, const QString &name) {
 
 void readClassicChargeLine(const QString &line, OrderData &order, NoteJoiner &shippingNotes) {
     const QString tag = line.left(3).toUpper();
-    const QString text = line.mid(3);
+    const QStringView text = QStringView(line).mid(3);
     if (tag == QLatin1String("DE=")) {
-        addCharge(order, text, QStringLiteral("Design"));
+        addCharge(order, text.toString(), QStringLiteral("Design"));
     } else if (tag == QLatin1String("SH=")) {
-        addCharge(order, text, QStringLiteral("Shipping"));
+        addCharge(order, text.toString(), QStringLiteral("Shipping"));
     } else if (tag == QLatin1String("IN=")) {
-        addCharge(order, text, QStringLiteral("Install"));
+        addCharge(order, text.toString(), QStringLiteral("Install"));
     } else if (indexDigit(line, QLatin1Char('X'), Qt::CaseInsensitive) >= 0) {
         // Deliberate: the slot is taken before the "=" test, so an X line without "=" still
         // counts, with an empty amount and name.
         addCharge(order, {}, {});
         if (line.mid(2, 1) == QLatin1String("=") && !order.charges.empty())
-            order.charges.back().amount = text;
+            order.charges.back().amount = text.toString();
     } else if (tag == QLatin1String("SN=")) {
-        shippingNotes.append(QStringView(line).mid(3));
+        shippingNotes.append(text);
     }
 }
 

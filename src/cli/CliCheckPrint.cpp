@@ -16,8 +16,7 @@ int runCheckPrint(const QStringList &args) {
         return wantsHelp(args) ? 0 : 2;
     }
     const QString jobFile = args.first();
-    const QString folder =
-        PrintSelection::templateDirectory(jobFile, QCoreApplication::applicationDirPath());
+    const QString folder = PrintSelection::templateDirectory(jobFile, defaultTemplateRoot());
     ScriptedPrompter prompter;
     if (PrintSelection::check(jobFile, folder, prompter)) {
         printOut(QStringLiteral("OK\n"));

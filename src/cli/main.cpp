@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "shell/DefaultTemplates.h"
 
 #include <QGuiApplication>
 
@@ -20,6 +21,10 @@ void printOut(const QString &text) {
 void printErr(const QString &text) {
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
+}
+
+QString defaultTemplateRoot() {
+    return DefaultTemplates::templateRoot(QCoreApplication::applicationDirPath());
 }
 
 } // namespace tavrel::cli

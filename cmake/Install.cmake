@@ -8,6 +8,8 @@ include(GNUInstallDirs)
 
 set(TAVREL_PACKAGING_DIR ${CMAKE_SOURCE_DIR}/packaging)
 set(TAVREL_DOC_BUILD_DIR ${CMAKE_BINARY_DIR}/doc)
+# Debian's place for the package's documents is named after the package, not the project.
+set(TAVREL_INSTALL_DOCDIR ${CMAKE_INSTALL_DATADIR}/doc/tavrel)
 
 # The version the programs print for --version and in the About box.
 foreach(program tavrel tavrel-cli)
@@ -105,13 +107,13 @@ install(FILES ${TAVREL_PACKAGING_DIR}/icons/tavrel.svg
 install(FILES ${TAVREL_DOC_BUILD_DIR}/man/tavrel.1.gz ${TAVREL_DOC_BUILD_DIR}/man/tavrel-cli.1.gz
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${TAVREL_PACKAGING_DIR}/copyright ${tavrel_changelog}
-        DESTINATION ${CMAKE_INSTALL_DOCDIR})
+        DESTINATION ${TAVREL_INSTALL_DOCDIR})
 if(TAVREL_HAVE_GUIDE)
-    install(DIRECTORY ${TAVREL_DOC_BUILD_DIR}/guide DESTINATION ${CMAKE_INSTALL_DOCDIR})
+    install(DIRECTORY ${TAVREL_DOC_BUILD_DIR}/guide DESTINATION ${TAVREL_INSTALL_DOCDIR})
 endif()
 install(FILES ${tavrel_installed_demo} ${CMAKE_SOURCE_DIR}/examples/demo/demo.sif
         "${CMAKE_SOURCE_DIR}/examples/demo/Harbor Point Offices.cif"
-        DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples/demo)
+        DESTINATION ${TAVREL_INSTALL_DOCDIR}/examples/demo)
 
 # ---- the Debian package ---------------------------------------------------------------------
 set(CPACK_GENERATOR DEB)
@@ -130,8 +132,8 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation2, fontconfig")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "shared-mime-info, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "report printer for furniture specifications")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "report printer for furniture specifications\n"
+# One string: the synopsis is CPACK_PACKAGE_DESCRIPTION_SUMMARY, this is the extended part.
+string(CONCAT CPACK_DEBIAN_PACKAGE_DESCRIPTION
     "Tavrel is the report-printing companion of a furniture specification\n"
     "application. It reads the items of a specification (SIF file) and the order\n"
     "data, computes extended values and totals, and prints a cover page, body\n"

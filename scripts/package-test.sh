@@ -45,8 +45,9 @@ cleanup() {
 trap cleanup EXIT
 
 fail() { echo "FAIL: $*"; exit 1; }
+stage() { echo "== [${SECONDS}s] $*"; }
 
-echo "== building the package from $build"
+stage "building the package from $build"
 cpack -G DEB --config "$build/CPackConfig.cmake" -B "$work/pkg" >"$work/cpack.log" 2>&1 ||
     { cat "$work/cpack.log"; fail "cpack failed"; }
 deb=$(ls "$work"/pkg/tavrel_*.deb)
@@ -54,12 +55,12 @@ dpkg-deb --info "$deb" | sed -n '/Package:/,$p'
 cp "$deb" "$build/"
 
 if command -v lintian >/dev/null; then
-    echo "== lintian"
+    stage "lintian"
     lintian --tag-display-limit 0 "$deb" | tee "$work/lintian.txt" || true
     if grep -q '^E:' "$work/lintian.txt"; then fail "lintian reports errors"; fi
 fi
 
-echo "== apt-get install ./$(basename "$deb")"
+stage "apt-get install ./$(basename "$deb")"
 installed=1
 (cd "$work/pkg" && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
     "./$(basename "$deb")") >"$work/apt.log" 2>&1 || { cat "$work/apt.log"; fail "apt-get install failed"; }
@@ -82,7 +83,7 @@ echo "desktop entry valid"
 /usr/bin/tavrel --version | grep -q "^tavrel (Tavrel) " || fail "tavrel --version"
 /usr/bin/tavrel-cli --version | grep -q "^tavrel-cli (Tavrel) " || fail "tavrel-cli --version"
 
-echo "== rendering the installed demo job with the installed tavrel-cli"
+stage "rendering the installed demo job with the installed tavrel-cli"
 # A fresh user: nothing from the build tree on the path or in the environment.
 user="$work/user"
 mkdir -p "$user/home" "$user/run"
@@ -108,7 +109,7 @@ echo "demo rendered: $(ls "$user/pages" | wc -l) pages; templates seeded in the 
 cp "$user/pages/page-001.png" "$build/package-demo-page-001.png"
 
 if command -v Xvfb >/dev/null && command -v xwininfo >/dev/null && command -v xwd >/dev/null; then
-    echo "== opening the main window of the installed tavrel under Xvfb"
+    stage "opening the main window of the installed tavrel under Xvfb"
     display=":$((90 + RANDOM % 100))"
     Xvfb "$display" -screen 0 1280x900x24 -nolisten tcp >/dev/null 2>&1 &
     xvfb_pid=$!
@@ -137,4 +138,4 @@ if command -v Xvfb >/dev/null && command -v xwininfo >/dev/null && command -v xw
     app_pid=""
 fi
 
-echo "package test passed"
+echo "package test passed in ${SECONDS}s"

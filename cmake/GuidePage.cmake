@@ -1,9 +1,9 @@
-# Turns one user-guide page from Markdown into HTML: cmark makes the body, FRAME gives the page
+# Turns one user-guide page from Markdown into HTML: cmark-gfm makes the body (with tables), FRAME gives the page
 # around it (@TITLE@, @BODY@, @VERSION@), and links between the Markdown pages become links
 # between the HTML pages.
-execute_process(COMMAND ${CMARK} --to html ${INPUT} OUTPUT_VARIABLE body RESULT_VARIABLE result)
+execute_process(COMMAND ${CMARK} --extension table --extension autolink --to html ${INPUT} OUTPUT_VARIABLE body RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
-    message(FATAL_ERROR "cmark failed on ${INPUT}")
+    message(FATAL_ERROR "cmark-gfm failed on ${INPUT}")
 endif()
 string(REGEX REPLACE "href=\"([^\":#]+)\\.md([#\"])" "href=\"\\1.html\\2" body "${body}")
 # The page title is the first heading.

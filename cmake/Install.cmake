@@ -38,18 +38,19 @@ add_custom_command(OUTPUT ${tavrel_changelog}
     COMMENT "Compressing the changelog")
 list(APPEND tavrel_doc_outputs ${tavrel_changelog})
 
-# The user guide: Markdown pages in docs/guide turned into HTML by cmark, each wrapped in the
-# same page frame, into <build>/doc/guide (where F1 finds it in a development build).
-find_program(TAVREL_CMARK cmark)
+# The user guide: Markdown pages in docs/guide turned into HTML by cmark-gfm (CommonMark with
+# the table extension, which the guide's tables need), each wrapped in the same page frame, into
+# <build>/doc/guide (where F1 finds it in a development build).
+find_program(TAVREL_CMARK_GFM cmark-gfm)
 file(GLOB tavrel_guide_pages CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/guide/*.md)
 file(GLOB tavrel_guide_images CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/guide/images/*.png)
-if(TAVREL_CMARK)
+if(TAVREL_CMARK_GFM)
     set(tavrel_guide_outputs)
     foreach(page IN LISTS tavrel_guide_pages)
         get_filename_component(name ${page} NAME_WE)
         set(out ${TAVREL_DOC_BUILD_DIR}/guide/${name}.html)
         add_custom_command(OUTPUT ${out}
-            COMMAND ${CMAKE_COMMAND} -DCMARK=${TAVREL_CMARK} -DINPUT=${page} -DOUTPUT=${out}
+            COMMAND ${CMAKE_COMMAND} -DCMARK=${TAVREL_CMARK_GFM} -DINPUT=${page} -DOUTPUT=${out}
                     -DFRAME=${CMAKE_SOURCE_DIR}/docs/guide/frame.html
                     -DVERSION=${PROJECT_VERSION}
                     -P ${CMAKE_SOURCE_DIR}/cmake/GuidePage.cmake
@@ -69,7 +70,7 @@ if(TAVREL_CMARK)
     list(APPEND tavrel_doc_outputs ${tavrel_guide_outputs})
     set(TAVREL_HAVE_GUIDE ON)
 else()
-    message(WARNING "cmark not found: the user guide is not built "
+    message(WARNING "cmark-gfm not found: the user guide is not built "
                     "(scripts/install-deps.sh build installs it)")
     set(TAVREL_HAVE_GUIDE OFF)
 endif()

@@ -31,7 +31,7 @@ build=(
     qt6-base-dev libxcb1-dev
     libdivsufsort-dev
     # the user guide (Markdown to HTML), compressed man pages, the .deb (dpkg-shlibdeps)
-    cmark gzip dpkg-dev
+    cmark-gfm gzip dpkg-dev
 )
 
 test=(

@@ -22,11 +22,12 @@ endforeach()
 find_program(TAVREL_GZIP gzip REQUIRED)
 set(tavrel_doc_outputs)
 foreach(page tavrel.1 tavrel-cli.1)
+    # The pages name the version they belong to.
+    configure_file(${CMAKE_SOURCE_DIR}/docs/man/${page}.in ${TAVREL_DOC_BUILD_DIR}/man/${page} @ONLY)
     set(out ${TAVREL_DOC_BUILD_DIR}/man/${page}.gz)
     add_custom_command(OUTPUT ${out}
-        COMMAND ${CMAKE_COMMAND} -E make_directory ${TAVREL_DOC_BUILD_DIR}/man
-        COMMAND ${TAVREL_GZIP} -9 -n -c ${CMAKE_SOURCE_DIR}/docs/man/${page} > ${out}
-        DEPENDS ${CMAKE_SOURCE_DIR}/docs/man/${page}
+        COMMAND ${TAVREL_GZIP} -9 -n -c ${TAVREL_DOC_BUILD_DIR}/man/${page} > ${out}
+        DEPENDS ${TAVREL_DOC_BUILD_DIR}/man/${page}
         COMMENT "Compressing the man page ${page}")
     list(APPEND tavrel_doc_outputs ${out})
 endforeach()

@@ -94,8 +94,11 @@ endif()
 
 # ---- install rules --------------------------------------------------------------------------
 install(TARGETS tavrel tavrel-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(DIRECTORY "${CMAKE_SOURCE_DIR}/resources/Print Templates"
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/tavrel)
+# The template files only: runs of the demo job make PDF, HTML and RTF folders beside them.
+file(GLOB tavrel_classic_templates CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/resources/Print Templates/*.cov"
+     "${CMAKE_SOURCE_DIR}/resources/Print Templates/*.cst"
+     "${CMAKE_SOURCE_DIR}/resources/Print Templates/*.sum")
+install(FILES ${tavrel_classic_templates} DESTINATION "${CMAKE_INSTALL_DATADIR}/tavrel/Print Templates")
 install(FILES ${TAVREL_PACKAGING_DIR}/tavrel.desktop
         DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${TAVREL_PACKAGING_DIR}/tavrel.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)

@@ -41,8 +41,8 @@ test=(
     xvfb xauth x11-utils x11-apps openbox
     # printing through a real CUPS server with a virtual PDF printer, PDF checks
     cups printer-driver-cups-pdf poppler-utils
-    # XDG file-type registration checks, desktop entry validation
-    libfile-mimeinfo-perl desktop-file-utils
+    # XDG file-type registration checks, desktop entry validation, the package check
+    libfile-mimeinfo-perl desktop-file-utils lintian
     # real clients of the HTML and RTF exports
     chromium libreoffice-writer-nogui
     # fuzzing the readers (libFuzzer with the sanitizers)

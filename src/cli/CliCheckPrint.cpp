@@ -17,7 +17,7 @@ int runCheckPrint(const QStringList &args) {
         return wantsHelp(args) ? 0 : 2;
     }
     JobFile job = JobFile::load(args.first());
-    const QString folder = job.templateFolder(QCoreApplication::applicationDirPath());
+    const QString folder = job.templateFolder(defaultTemplateRoot());
     RecordingPrompter prompter;
     if (checkPrintState(job, folder, prompter)) {
         printOut(QStringLiteral("OK\n"));

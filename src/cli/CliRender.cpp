@@ -216,8 +216,8 @@ int runRender(const QStringList &args) {
 
     ConsolePrompter prompter;
     AppContext context;
-    if (!Startup::loadJob(context, options.jobFile, QCoreApplication::applicationDirPath(),
-                          prompter, PrinterList::fromSystem()))
+    if (!Startup::loadJob(context, options.jobFile, defaultTemplateRoot(), prompter,
+                          PrinterList::fromSystem()))
         return 1;
 
     const SectionChoice cover = chooseSection(context, 0, options.sections[0]);

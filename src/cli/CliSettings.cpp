@@ -23,9 +23,8 @@ int runSettings(const QStringList &args) {
     }
     ConsolePrompter prompter;
     AppContext context;
-    const bool loaded =
-        Startup::loadJob(context, args.first(), QCoreApplication::applicationDirPath(), prompter,
-                         PrinterList::fromSystem());
+    const bool loaded = Startup::loadJob(context, args.first(), defaultTemplateRoot(), prompter,
+                                         PrinterList::fromSystem());
     if (!loaded)
         return 1;
     printOut(

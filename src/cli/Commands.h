@@ -16,5 +16,8 @@ int runRender(const QStringList &args);
 bool wantsHelp(const QStringList &args);
 void printOut(const QString &text);
 void printErr(const QString &text);
+// The folder whose "Print Templates" a job with an empty "Template Directory" uses: beside the
+// executable in a development build, the user's data folder for an installed program.
+QString defaultTemplateRoot();
 
 } // namespace tavrel::cli

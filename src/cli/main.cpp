@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "shell/DefaultTemplates.h"
 
 #include <QGuiApplication>
 
@@ -22,6 +23,10 @@ void printErr(const QString &text) {
     std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stderr);
 }
 
+QString defaultTemplateRoot() {
+    return DefaultTemplates::templateRoot(QCoreApplication::applicationDirPath());
+}
+
 } // namespace tavrel::cli
 
 namespace {
@@ -40,8 +45,17 @@ void printUsage(const std::vector<Command> &commands) {
         text += QStringLiteral("  %1  %2\n")
                     .arg(QString::fromLatin1(command.name).leftJustified(12),
                          QString::fromLatin1(command.summary));
-    text += QStringLiteral("\nRun 'tavrel-cli COMMAND --help' for a command's options.\n");
+    text += QStringLiteral("\nOptions:\n"
+                           "  --help, -h    show this list and exit\n"
+                           "  --version     show the version and exit\n"
+                           "\nRun 'tavrel-cli help COMMAND' or 'tavrel-cli COMMAND --help' for a "
+                           "command's options.\n"
+                           "Exit status: 0 success, 1 the command failed, 2 wrong usage.\n");
     tavrel::cli::printOut(text);
+}
+
+QString versionText() {
+    return QStringLiteral("tavrel-cli (Tavrel) %1\n").arg(QStringLiteral(TAVREL_VERSION));
 }
 
 } // namespace
@@ -70,7 +84,20 @@ int main(int argc, char **argv) {
         printUsage(commands);
         return args.isEmpty() ? 2 : 0;
     }
-    const QString name = args.takeFirst();
+    if (args.first() == QLatin1String("--version")) {
+        printOut(versionText());
+        return 0;
+    }
+    QString name = args.takeFirst();
+    // "help COMMAND" is "COMMAND --help"; "help" alone is the list of commands.
+    if (name == QLatin1String("help")) {
+        if (args.isEmpty()) {
+            printUsage(commands);
+            return 0;
+        }
+        name = args.first();
+        args = {QStringLiteral("--help")};
+    }
     for (const Command &command : commands) {
         if (name == QLatin1String(command.name))
             return command.run(args);

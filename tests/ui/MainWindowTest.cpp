@@ -72,6 +72,7 @@ private slots:
     void saveGroupWithoutTemplates();
     void saveAsDefault();
     void designerNamesUntitled();
+    void helpOpensTheGuide();
 };
 
 void MainWindowTest::startsWithDefaultsWrittenBack() {
@@ -345,6 +346,18 @@ void MainWindowTest::designerNamesUntitled() {
     QFile::remove(f.templatePath("Classic.cov"));
     window.dispatch("imgPagelayout(0)");
     QCOMPARE(f.prompter.messages(), QStringList{"Cover Page Template Not Found."});
+}
+
+// F1 in the main window opens the user guide; in a development build the copy the build made
+// beside bin/ (an installed program finds <prefix>/share/doc/tavrel/guide first).
+void MainWindowTest::helpOpensTheGuide() {
+    Fixture f;
+    frmMenu window(f.context, f.prompter, f.actions);
+    QVERIFY(window.dispatch("mnuHelpTopic"));
+    const QList<ScriptedPrompter::Call> opened = f.prompter.calls("openDocument");
+    QCOMPARE(opened.size(), 1);
+    QCOMPARE(opened.first().text,
+             QFileInfo(QString(TAVREL_BIN_DIR "/../doc/guide/index.html")).canonicalFilePath());
 }
 
 TAVREL_TEST(MainWindowTest)

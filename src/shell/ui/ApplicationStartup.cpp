@@ -1,5 +1,6 @@
 #include "shell/ui/ApplicationStartup.h"
 
+#include "shell/DefaultTemplates.h"
 #include "shell/FileTypeRegistration.h"
 #include "shell/Startup.h"
 #include "shell/UnattendedPrint.h"
@@ -12,8 +13,9 @@ namespace tavrel {
 
 bool startApplication(AppContext &context, const QString &jobFile, Prompter &prompter) {
     context.stringTable = {};
-    if (!Startup::resolvePaths(context, jobFile, QCoreApplication::applicationDirPath(),
-                               prompter)) {
+    if (!Startup::resolvePaths(
+            context, jobFile,
+            DefaultTemplates::templateRoot(QCoreApplication::applicationDirPath()), prompter)) {
         ShutDown(context);
         return false;
     }

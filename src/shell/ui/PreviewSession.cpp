@@ -127,10 +127,14 @@ void showAbout(Prompter &prompter) {
 }
 
 void openHelp(Prompter &prompter) {
-    // The README beside the program (or in the source tree of a development build).
+    // The installed user guide (<prefix>/share/doc/tavrel beside <prefix>/bin) first, then the
+    // guide a development build makes in <build>/doc, then the developers' README.
     const QDir folder(QCoreApplication::applicationDirPath());
-    for (const QString &candidate : {folder.filePath(QStringLiteral("README.md")),
-                                     folder.filePath(QStringLiteral("../../../README.md"))}) {
+    for (const QString &candidate :
+         {folder.filePath(QStringLiteral("../share/doc/tavrel/guide/index.html")),
+          folder.filePath(QStringLiteral("../doc/guide/index.html")),
+          folder.filePath(QStringLiteral("README.md")),
+          folder.filePath(QStringLiteral("../../../README.md"))}) {
         if (QFileInfo::exists(candidate)) {
             prompter.openDocument(QFileInfo(candidate).canonicalFilePath(), QStringLiteral("Help"));
             return;

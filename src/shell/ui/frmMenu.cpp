@@ -5,6 +5,7 @@
 #include "base/RuntimeError.h"
 #include "shell/AppContext.h"
 #include "shell/JobPaths.h"
+#include "shell/ui/PreviewSession.h"
 #include "shell/ui/ReportActions.h"
 #include "shell/ui/ShutDown.h"
 #include "templates/GroupFile.h"
@@ -188,6 +189,8 @@ void frmMenu::buildUi() {
                   [this] { dispatch(QStringLiteral("cmdPrint")); });
     new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+P")), this,
                   [this] { dispatch(QStringLiteral("cmdPrintPreview")); });
+    new QShortcut(QKeySequence::HelpContents, this,
+                  [this] { dispatch(QStringLiteral("mnuHelpTopic")); });
     resize(720, 300);
 }
 
@@ -266,6 +269,8 @@ bool frmMenu::dispatch(const QString &command) {
         m_actions.printerProperties();
     else if (command == QLatin1String("cmdCancel"))
         close();
+    else if (command == QLatin1String("mnuHelpTopic"))
+        openHelp(m_prompter);
     else
         return false;
     return true;

@@ -136,7 +136,8 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Arial, Times New Roman and Courier New resolve to the Liberation fonts.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation2, fontconfig")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "shared-mime-info, xdg-utils")
+# tavrel-cli --print submits through CUPS's command-line tools.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "shared-mime-info, xdg-utils, cups-client")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "report printer for furniture specifications")
 # One string: the synopsis is CPACK_PACKAGE_DESCRIPTION_SUMMARY, this is the extended part.

@@ -22,6 +22,8 @@ runtime=(
     fonts-liberation2 fontconfig
     # the template file types and opening exported files with the desktop's programs
     shared-mime-info xdg-utils
+    # tavrel-cli --print hands its PDF to CUPS's lp
+    cups-client
 )
 
 build=(

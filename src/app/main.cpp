@@ -1,6 +1,6 @@
 #include "base/ui/QtPrompter.h"
 #include "shell/AppContext.h"
-#include "shell/SingleInstance.h"
+#include "shell/platform/SingleInstance.h"
 #include "shell/ui/ApplicationStartup.h"
 
 #include <QApplication>

@@ -2,11 +2,11 @@
 
 #include "base/ConsolePrompter.h"
 #include "base/RuntimeError.h"
+#include "cli/CupsPrinting.h"
 #include "render/DisplayListJson.h"
 #include "render/ImageOutput.h"
 #include "render/PageEngine.h"
 #include "render/PdfOutput.h"
-#include "render/PrinterOutput.h"
 #include "shell/ReportExport.h"
 #include "shell/ReportJob.h"
 #include "shell/Startup.h"
@@ -176,7 +176,7 @@ void writeOutputs(const PageEngine &engine, const RenderOptions &options,
             QStringLiteral("PNG: %1 pages in %2\n").arg(written.size()).arg(options.pngFolder));
     }
     if (options.print) {
-        printDocumentOn(engine, context.printer.printerDeviceName, context.printer.printCopies);
+        CupsPrinting::print(engine, context.printer.printerDeviceName, context.printer.printCopies);
         printErr(QStringLiteral("Printed on %1\n").arg(context.printer.printerDeviceName));
     }
 }
@@ -217,7 +217,7 @@ int runRender(const QStringList &args) {
     ConsolePrompter prompter;
     AppContext context;
     if (!Startup::loadJob(context, options.jobFile, defaultTemplateRoot(), prompter,
-                          PrinterList::fromSystem()))
+                          CupsPrinting::printers()))
         return 1;
 
     const SectionChoice cover = chooseSection(context, 0, options.sections[0]);

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "cli/CupsPrinting.h"
 
 #include "base/ConsolePrompter.h"
 #include "shell/SettingsJson.h"
@@ -24,7 +25,7 @@ int runSettings(const QStringList &args) {
     ConsolePrompter prompter;
     AppContext context;
     const bool loaded = Startup::loadJob(context, args.first(), defaultTemplateRoot(), prompter,
-                                         PrinterList::fromSystem());
+                                         CupsPrinting::printers());
     if (!loaded)
         return 1;
     printOut(

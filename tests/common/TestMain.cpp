@@ -1,11 +1,15 @@
 #include "common/TestRegistry.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFont>
 #include <QStandardPaths>
+#ifdef TAVREL_TEST_WIDGETS
+#include <QApplication>
 #include <QStyle>
 #include <QStyleFactory>
+#else
+#include <QGuiApplication>
+#endif
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -30,10 +34,15 @@ int main(int argc, char **argv) {
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeDir.path()));
     }
+#ifdef TAVREL_TEST_WIDGETS
     QApplication app(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 9));
     QApplication::setPalette(QApplication::style()->standardPalette());
+#else
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setFont(QFont(QStringLiteral("Liberation Sans"), 9));
+#endif
 
     const char *only = nullptr;
     std::vector<char *> args{argv[0]};

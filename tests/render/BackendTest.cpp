@@ -1,9 +1,9 @@
 #include "SampleDocument.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "print/PrinterOutput.h"
 #include "render/ImageOutput.h"
 #include "render/PdfOutput.h"
-#include "render/PrinterOutput.h"
 
 #include <QDir>
 #include <QPrinter>

@@ -1,8 +1,8 @@
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
-#include "shell/FileTypeRegistration.h"
-#include "shell/ParentProgressWindow.h"
-#include "shell/SingleInstance.h"
+#include "shell/platform/FileTypeRegistration.h"
+#include "shell/platform/ParentProgressWindow.h"
+#include "shell/platform/SingleInstance.h"
 
 #include <QDir>
 #include <QElapsedTimer>

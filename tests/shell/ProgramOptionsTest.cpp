@@ -1,6 +1,6 @@
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
-#include "shell/FileTypeRegistration.h"
+#include "shell/platform/FileTypeRegistration.h"
 
 #include <QProcess>
 #include <QRegularExpression>

@@ -13,13 +13,15 @@
 #include <pwd.h>
 #include <unistd.h>
 
-// Run mode "2" end to end against a real CUPS server with the virtual PDF printer "PDF"
-// (scripts/cups-setup.sh starts one): tavrel prints the demo job without a window, and the
+// Printing end to end against a real CUPS server with the virtual PDF printer "PDF"
+// (scripts/cups-setup.sh starts one): tavrel in run mode "2" (Qt's print support) and
+// tavrel-cli render --print (a PDF handed to lp) print the demo job without a window, and the
 // printed PDF has the report's page count and looks like Tavrel's own PDF of the same job.
 class UnattendedPrintTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void printsDemoJobOnCupsPdfPrinter_data();
     void printsDemoJobOnCupsPdfPrinter();
 
 private:
@@ -53,7 +55,16 @@ QImage UnattendedPrintTest::firstPage(const QString &pdf, const QString &folder,
     return QImage(QDir(folder).filePath(name + ".png")).convertToFormat(QImage::Format_Grayscale8);
 }
 
+void UnattendedPrintTest::printsDemoJobOnCupsPdfPrinter_data() {
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<bool>("renderCommand");
+    QTest::newRow("run mode 2") << "tavrel" << false;
+    QTest::newRow("tavrel-cli render --print") << "tavrel-cli" << true;
+}
+
 void UnattendedPrintTest::printsDemoJobOnCupsPdfPrinter() {
+    QFETCH(QString, program);
+    QFETCH(bool, renderCommand);
     if (run("lpstat", {"-p", "PDF"}).indexOf("printer PDF") < 0)
         QSKIP("no CUPS PDF printer (run scripts/cups-setup.sh as root)");
     if (QStandardPaths::findExecutable("pdfinfo").isEmpty())
@@ -69,7 +80,9 @@ void UnattendedPrintTest::printsDemoJobOnCupsPdfPrinter() {
     const QStringList before = QDir(outFolder).entryList({"*.pdf"}, QDir::Files);
 
     int exitCode = -1;
-    const QString output = run(QStringLiteral(TAVREL_BIN_DIR) + "/tavrel", {job}, &exitCode);
+    const QStringList args =
+        renderCommand ? QStringList{"render", job, "--print"} : QStringList{job};
+    const QString output = run(QStringLiteral(TAVREL_BIN_DIR) + "/" + program, args, &exitCode);
     QVERIFY2(exitCode == 0, qPrintable(output));
 
     QString printed;

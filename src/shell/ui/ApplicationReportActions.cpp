@@ -2,9 +2,9 @@
 
 #include "base/ErrorReport.h"
 #include "base/IniFile.h"
+#include "print/PrinterOutput.h"
 #include "render/PageEngine.h"
 #include "render/PdfOutput.h"
-#include "render/PrinterOutput.h"
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
 #include "shell/SettingsStore.h"

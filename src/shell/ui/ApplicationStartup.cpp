@@ -1,9 +1,9 @@
 #include "shell/ui/ApplicationStartup.h"
 
+#include "print/UnattendedPrint.h"
 #include "shell/DefaultTemplates.h"
-#include "shell/FileTypeRegistration.h"
 #include "shell/Startup.h"
-#include "shell/UnattendedPrint.h"
+#include "shell/platform/FileTypeRegistration.h"
 #include "shell/ui/MainWindow.h"
 #include "shell/ui/ShutDown.h"
 

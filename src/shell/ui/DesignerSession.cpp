@@ -2,8 +2,8 @@
 
 #include "base/ErrorReport.h"
 #include "designer/frmCustomLayout.h"
+#include "print/PrinterOutput.h"
 #include "render/PageEngine.h"
-#include "render/PrinterOutput.h"
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
 #include "shell/ui/PreviewSession.h"

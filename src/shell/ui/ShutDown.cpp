@@ -1,7 +1,7 @@
 #include "shell/ui/ShutDown.h"
 
 #include "shell/AppContext.h"
-#include "shell/ParentProgressWindow.h"
+#include "shell/platform/ParentProgressWindow.h"
 
 #include <QApplication>
 

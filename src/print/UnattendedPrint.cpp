@@ -1,8 +1,8 @@
-#include "shell/UnattendedPrint.h"
+#include "print/UnattendedPrint.h"
 
 #include "base/ErrorReport.h"
+#include "print/PrinterOutput.h"
 #include "render/PageEngine.h"
-#include "render/PrinterOutput.h"
 #include "shell/AppContext.h"
 #include "shell/PrintCheck.h"
 #include "shell/ReportJob.h"

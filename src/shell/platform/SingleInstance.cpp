@@ -1,4 +1,4 @@
-#include "shell/SingleInstance.h"
+#include "shell/platform/SingleInstance.h"
 
 #include <QDir>
 #include <QStandardPaths>

@@ -1,4 +1,4 @@
-#include "shell/ParentProgressWindow.h"
+#include "shell/platform/ParentProgressWindow.h"
 
 #include <xcb/xcb.h>
 

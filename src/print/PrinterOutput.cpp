@@ -1,4 +1,4 @@
-#include "render/PrinterOutput.h"
+#include "print/PrinterOutput.h"
 
 #include "base/RuntimeError.h"
 #include "render/PageEngine.h"

@@ -1,4 +1,4 @@
-#include "shell/FileTypeRegistration.h"
+#include "shell/platform/FileTypeRegistration.h"
 
 #include <QDir>
 #include <QFile>

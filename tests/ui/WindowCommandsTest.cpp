@@ -1,14 +1,19 @@
 #include "base/ScriptedPrompter.h"
 #include "base/ui/CommandTable.h"
 #include "common/TestRegistry.h"
+#include "common/TestSupport.h"
+#include "designer/frmFieldLength.h"
 #include "preview/PreviewActions.h"
 #include "preview/frmPrintpreview.h"
 #include "render/PageEngine.h"
 
 #include <QAction>
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
 #include <QWidgetAction>
@@ -80,6 +85,7 @@ private slots:
     void previewItemsAreEntries();
     void previewDispatchesEveryCommand_data();
     void previewDispatchesEveryCommand();
+    void fieldLengthButtonsAreEntries();
 };
 
 void WindowCommandsTest::previewItemsAreEntries() {
@@ -119,6 +125,25 @@ void WindowCommandsTest::previewDispatchesEveryCommand() {
     frmPrintpreview window(engine, prompter, actions, "1", "Classic Customer.cst");
     QCOMPARE(window.dispatch(command), previewCommands.contains(command));
     QVERIFY(window.commands().unknownNames().isEmpty());
+}
+
+void WindowCommandsTest::fieldLengthButtonsAreEntries() {
+    QTemporaryDir dir;
+    const QString job = dir.filePath("job.ini");
+    testsupport::writeBytes(job, "[Printer]\r\nPN=20,Part No.\r\n");
+    FieldLengths lengths = FieldLengths::builtIn();
+    lengths.readFromJobFile(job);
+    ScriptedPrompter prompter;
+    frmFieldLength editor(job, lengths, prompter);
+    QCOMPARE(editor.commands().names(), (QStringList{"cmdOK", "cmdCancel", "cmdDefault"}));
+    for (const QString &name : editor.commands().names())
+        QVERIFY2(editor.findChild<QPushButton *>(name), qPrintable(name));
+    QVERIFY(!editor.dispatch("cmdOk"));
+    // The Default button reaches its command through the table.
+    editor.lengthBox("PN")->setText("99");
+    QTest::mouseClick(editor.findChild<QPushButton *>("cmdDefault"), Qt::LeftButton);
+    QCOMPARE(editor.lengthBox("PN")->text(), QString::number(FieldLengths::builtIn().length("PN")));
+    QVERIFY(editor.commands().unknownNames().isEmpty());
 }
 
 TAVREL_TEST(WindowCommandsTest)

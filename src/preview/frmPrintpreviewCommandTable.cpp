@@ -53,10 +53,6 @@ void frmPrintpreview::buildCommands() {
             c.toolTip = QStringLiteral("Not available: this preview is for viewing only");
         return c;
     };
-    const auto withIconText = [](Command c, const QString &iconText) {
-        c.iconText = iconText;
-        return c;
-    };
     const auto withIcon = [this](Command c, QStyle::StandardPixmap pixmap) {
         c.icon = style()->standardIcon(pixmap);
         return c;
@@ -67,35 +63,28 @@ void frmPrintpreview::buildCommands() {
         c.checked = [this, zoomMode] { return m_zoom.mode() == zoomMode; };
         return c;
     };
-    const auto toolOnly = [](const QString &name, std::function<void()> run) {
-        Command c;
-        c.name = name;
-        c.run = std::move(run);
-        c.hasAction = false;
-        return c;
-    };
 
     m_commands.add(output(command(QStringLiteral("mnuPrint"), QStringLiteral("&Print"),
                                   QStringLiteral("Ctrl+P"), QStringLiteral("Print the report"),
                                   [this] { printDocument(); })));
-    m_commands.add(withIconText(
+    m_commands.add(
         output(command(QStringLiteral("mnuViewPDF"), QStringLiteral("Save as P&DF..."), QString(),
-                       QStringLiteral("Save the report as a PDF file"), [this] { exportPdf(); })),
-        QStringLiteral("PDF")));
-    m_commands.add(withIconText(
+                       QStringLiteral("Save the report as a PDF file"), [this] { exportPdf(); })
+                   .withIconText(QStringLiteral("PDF"))));
+    m_commands.add(
         output(command(QStringLiteral("mnuHTML"), QStringLiteral("Export &HTML"), QString(),
                        QStringLiteral("Export the report as HTML pages and open them"),
-                       [this] { exportHtml(); })),
-        QStringLiteral("HTML")));
-    m_commands.add(withIconText(
+                       [this] { exportHtml(); })
+                   .withIconText(QStringLiteral("HTML"))));
+    m_commands.add(
         output(command(QStringLiteral("mnuRTF"), QStringLiteral("Export &RTF"), QString(),
                        QStringLiteral("Export the report as an RTF document and open it"),
-                       [this] { exportRtf(); })),
-        QStringLiteral("RTF")));
-    m_commands.add(withIconText(command(QStringLiteral("mnuExit"), QStringLiteral("&Close Preview"),
-                                        QStringLiteral("Esc"), QStringLiteral("Close the preview"),
-                                        [this] { close(); }),
-                                QStringLiteral("Close")));
+                       [this] { exportRtf(); })
+                   .withIconText(QStringLiteral("RTF"))));
+    m_commands.add(command(QStringLiteral("mnuExit"), QStringLiteral("&Close Preview"),
+                           QStringLiteral("Esc"), QStringLiteral("Close the preview"),
+                           [this] { close(); })
+                       .withIconText(QStringLiteral("Close")));
 
     // At the ends of the document navigation only informs; it never wraps around.
     m_commands.add(
@@ -120,10 +109,10 @@ void frmPrintpreview::buildCommands() {
                                                  true);
                                     }),
                             QStyle::SP_MediaSkipForward));
-    m_commands.add(withIconText(
-        command(QStringLiteral("mnuFindText"), QStringLiteral("&Find..."), QStringLiteral("Ctrl+F"),
-                QStringLiteral("Find text in the report"), [this] { openFind(); }),
-        QStringLiteral("Find...")));
+    m_commands.add(command(QStringLiteral("mnuFindText"), QStringLiteral("&Find..."),
+                           QStringLiteral("Ctrl+F"), QStringLiteral("Find text in the report"),
+                           [this] { openFind(); })
+                       .withIconText(QStringLiteral("Find...")));
 
     m_commands.add(mode(QStringLiteral("mnuWholePage"), QStringLiteral("&Whole Page"),
                         QStringLiteral("Show whole pages"), ZoomMode::WholePage));
@@ -136,23 +125,25 @@ void frmPrintpreview::buildCommands() {
     m_commands.add(mode(QStringLiteral("mnuStretch"), QStringLiteral("&Stretch"),
                         QStringLiteral("Stretch the page to fill the window"), ZoomMode::Stretch));
     // Not in the menus: the percentage tool shows the zoom on screen as a percentage.
-    m_commands.add(
-        toolOnly(QStringLiteral("mnuPercentage"), [this] { zoomToMode(ZoomMode::Percentage); }));
+    m_commands.add(CommandTable::withoutAction(QStringLiteral("mnuPercentage"),
+                                               [this] { zoomToMode(ZoomMode::Percentage); }));
 
     Command zoomIn =
         command(QStringLiteral("mnuZoomIn"), QStringLiteral("Zoom &In"), QStringLiteral("Ctrl++"),
-                QStringLiteral("Zoom in"), [this] { zoomStep(1); });
+                QStringLiteral("Zoom in"), [this] { zoomStep(1); })
+            .withIconText(QStringLiteral(" + "));
     // Ctrl+= is Ctrl++ without Shift on most keyboards.
     zoomIn.shortcuts.append(QKeySequence(QStringLiteral("Ctrl+=")));
-    zoomIn.iconText = QStringLiteral(" + ");
     m_commands.add(zoomIn);
-    m_commands.add(withIconText(command(QStringLiteral("mnuZoomOut"), QStringLiteral("Zoom &Out"),
-                                        QStringLiteral("Ctrl+-"), QStringLiteral("Zoom out"),
-                                        [this] { zoomStep(-1); }),
-                                QStringLiteral(" ") + QChar(0x2212) + QLatin1Char(' ')));
+    m_commands.add(command(QStringLiteral("mnuZoomOut"), QStringLiteral("Zoom &Out"),
+                           QStringLiteral("Ctrl+-"), QStringLiteral("Zoom out"),
+                           [this] { zoomStep(-1); })
+                       .withIconText(QStringLiteral(" ") + QChar(0x2212) + QLatin1Char(' ')));
     // The zoom tools: the mode named by the mode tool, the percentage typed in the other.
-    m_commands.add(toolOnly(QStringLiteral("mnuZoomPg"), [this] { zoomToChosenMode(); }));
-    m_commands.add(toolOnly(QStringLiteral("mnuZoom%"), [this] { zoomToChosenPercent(); }));
+    m_commands.add(
+        CommandTable::withoutAction(QStringLiteral("mnuZoomPg"), [this] { zoomToChosenMode(); }));
+    m_commands.add(
+        CommandTable::withoutAction(QStringLiteral("mnuZoom%"), [this] { zoomToChosenPercent(); }));
 
     m_commands.add(command(QStringLiteral("mnuHelpTopic"), QStringLiteral("&Help Topics"),
                            QStringLiteral("F1"), QStringLiteral("Open the help"),

@@ -10,6 +10,25 @@ namespace tavrel {
 CommandTable::CommandTable(QWidget *owner)
     : m_owner(owner) {}
 
+CommandTable::Command CommandTable::command(const QString &name, const QString &text,
+                                            std::function<void()> run,
+                                            QList<QKeySequence> shortcuts) {
+    Command c;
+    c.name = name;
+    c.text = text;
+    c.shortcuts = std::move(shortcuts);
+    c.run = std::move(run);
+    return c;
+}
+
+CommandTable::Command CommandTable::withoutAction(const QString &name, std::function<void()> run) {
+    Command c;
+    c.name = name;
+    c.run = std::move(run);
+    c.hasAction = false;
+    return c;
+}
+
 void CommandTable::add(Command command) {
     if (m_index.contains(command.name)) {
         remember(command.name);

@@ -38,7 +38,31 @@ public:
         QIcon icon;
         // false: the command has no menu item; a tool widget or a menu's opening runs it.
         bool hasAction = true;
+
+        // Shorthands for building an entry in one expression.
+        Command checkedWhen(std::function<bool()> state) && {
+            checked = std::move(state);
+            return std::move(*this);
+        }
+        Command enabledWhen(std::function<bool()> state) && {
+            enabled = std::move(state);
+            return std::move(*this);
+        }
+        Command withIconText(const QString &toolText) && {
+            iconText = toolText;
+            return std::move(*this);
+        }
+        Command withToolTip(const QString &tip) && {
+            toolTip = tip;
+            return std::move(*this);
+        }
     };
+
+    // An entry with a menu item.
+    static Command command(const QString &name, const QString &text, std::function<void()> run,
+                           QList<QKeySequence> shortcuts = {});
+    // An entry that a tool widget or a menu's opening runs; it has no menu item.
+    static Command withoutAction(const QString &name, std::function<void()> run);
 
     // The actions are children of owner and added to it, so that their shortcuts work whether
     // or not a menu or tool bar shows them.

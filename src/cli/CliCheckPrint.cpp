@@ -1,6 +1,7 @@
-#include "base/ScriptedPrompter.h"
+#include "base/RecordingPrompter.h"
 #include "cli/Commands.h"
-#include "templates/PrintSelection.h"
+#include "shell/JobFile.h"
+#include "shell/PrintCheck.h"
 
 #include <QCoreApplication>
 
@@ -15,11 +16,10 @@ int runCheckPrint(const QStringList &args) {
             "The exit status is 0 only when printing may go on.\n"));
         return wantsHelp(args) ? 0 : 2;
     }
-    const QString jobFile = args.first();
-    const QString folder =
-        PrintSelection::templateDirectory(jobFile, QCoreApplication::applicationDirPath());
-    ScriptedPrompter prompter;
-    if (PrintSelection::check(jobFile, folder, prompter)) {
+    JobFile job = JobFile::load(args.first());
+    const QString folder = job.templateFolder(QCoreApplication::applicationDirPath());
+    RecordingPrompter prompter;
+    if (checkPrintState(job, folder, prompter)) {
         printOut(QStringLiteral("OK\n"));
         return 0;
     }

@@ -1,7 +1,6 @@
 #include "cli/Commands.h"
 
 #include "base/ConsolePrompter.h"
-#include "base/IniFile.h"
 #include "base/RuntimeError.h"
 #include "render/DisplayListJson.h"
 #include "render/ImageOutput.h"
@@ -22,8 +21,6 @@
 namespace tavrel::cli {
 
 namespace {
-
-const QString PrinterSection = QStringLiteral("Printer");
 
 QString usageText() {
     return QStringLiteral(
@@ -137,24 +134,17 @@ struct SectionChoice {
 };
 
 // The print selection of the job file, read without writing defaults back.
-// TODO: use the print-selection reader of src/templates once it is committed.
-SectionChoice readSection(const AppContext &context, const QString &kind,
-                          const QString &defaultTemplate) {
-    const QString jobFile = context.paths.jobFile;
-    QString path = ReadIniValue(PrinterSection, kind + QStringLiteral(" Template"), jobFile);
-    if (path.isEmpty())
-        path = PathRules::join(context.paths.templateFolder, defaultTemplate);
-    path = PathRules::resolveAgainst(jobFile, path).replace(QLatin1Char('\\'), QLatin1Char('/'));
-    QString printable = ReadIniValue(PrinterSection, kind + QStringLiteral(" Printable"), jobFile);
-    if (printable.isEmpty())
-        printable = QStringLiteral("1");
-    return {path, printable == QLatin1String("1")};
+SectionChoice readSection(const AppContext &context, std::size_t row) {
+    const ReportSelection stored = context.job.storedSelection(context.paths.templateFolder);
+    QString path = PathRules::resolveAgainst(context.paths.jobFile, stored.templates[row]);
+    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    return {path, stored.isPrintable(row)};
 }
 
-SectionChoice chooseSection(const AppContext &context, const QString &kind,
-                            const QString &defaultTemplate, const std::optional<QString> &option) {
+SectionChoice chooseSection(const AppContext &context, std::size_t row,
+                            const std::optional<QString> &option) {
     if (!option)
-        return readSection(context, kind, defaultTemplate);
+        return readSection(context, row);
     if (*option == QLatin1String("none"))
         return {QString(), false};
     return {*option, true};
@@ -230,14 +220,9 @@ int runRender(const QStringList &args) {
                           prompter, PrinterList::fromSystem()))
         return 1;
 
-    const SectionChoice cover = chooseSection(context, QStringLiteral("Cover"),
-                                              QStringLiteral("Classic.cov"), options.sections[0]);
-    const SectionChoice body =
-        chooseSection(context, QStringLiteral("Body"), QStringLiteral("Classic Customer.cst"),
-                      options.sections[1]);
-    const SectionChoice summary =
-        chooseSection(context, QStringLiteral("Summary"), QStringLiteral("Classic Customer.sum"),
-                      options.sections[2]);
+    const SectionChoice cover = chooseSection(context, 0, options.sections[0]);
+    const SectionChoice body = chooseSection(context, 1, options.sections[1]);
+    const SectionChoice summary = chooseSection(context, 2, options.sections[2]);
 
     const MenuSelection selection{{cover.templatePath, body.templatePath, summary.templatePath},
                                   {cover.printable, body.printable, summary.printable}};

@@ -32,7 +32,8 @@ int runSpec(const QStringList &args) {
     }
     AppContext context;
     ConsolePrompter prompter;
-    if (!Startup::resolveDocumentPaths(args.first(), context.paths)) {
+    context.job = JobFile::load(args.first());
+    if (!Startup::resolveDocumentPaths(context.job, context.paths)) {
         printErr(QStringLiteral("No Active Document Found.\n"));
         return 1;
     }
@@ -47,7 +48,7 @@ int runSpec(const QStringList &args) {
                      .arg(error.number())
                      .arg(error.description()));
     }
-    context.fieldLengths.readFromJobFile(args.first());
+    Startup::readFieldLengths(context);
 
     printOut(QString::fromUtf8(SpecJson::text(
         SpecJson::document(context.spec, context.order, chargeSum, context.fieldLengths))));

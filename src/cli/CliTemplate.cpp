@@ -1,5 +1,5 @@
+#include "base/RecordingPrompter.h"
 #include "base/RuntimeError.h"
-#include "base/ScriptedPrompter.h"
 #include "cli/Commands.h"
 #include "templates/TemplateJson.h"
 #include "templates/TemplateReader.h"
@@ -45,7 +45,7 @@ int runTemplate(const QStringList &args) {
     const QString path = rest.first();
     const TemplateKind kind = templateKindOfPath(path);
 
-    ScriptedPrompter prompter;
+    RecordingPrompter prompter;
     TemplateLayout layout;
     try {
         if (TemplateReader::read(path, layout, prompter) == TemplateReader::Result::Missing) {

@@ -1,6 +1,5 @@
 #include "designer/frmCustomLayout.h"
 
-#include "base/IniFile.h"
 #include "base/Prompter.h"
 #include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
@@ -351,14 +350,12 @@ void frmCustomLayout::buildToolBars() {
 }
 
 void frmCustomLayout::loadRememberedChoices() {
-    const QString job = m_environment.jobFile;
-    if (job.isEmpty())
+    if (!m_environment.job)
         return;
-    const QString section = QStringLiteral("Printer");
-    m_rectColor = ReadIniValue(section, QStringLiteral("Rectangle BorderColor"), job, {}).toUInt();
-    m_lineColor = ReadIniValue(section, QStringLiteral("Line BorderColor"), job, {}).toUInt();
-    m_lineStyle = qint16(std::clamp(
-        ReadIniValue(section, QStringLiteral("Line BorderStyle"), job, {}).toInt(), 0, 4));
+    const DesignerPreferences prefs = m_environment.job->designerPreferences();
+    m_rectColor = prefs.rectangleBorderColor;
+    m_lineColor = prefs.lineBorderColor;
+    m_lineStyle = prefs.lineBorderStyle;
 }
 
 void frmCustomLayout::openOn(const QString &templatePath) {

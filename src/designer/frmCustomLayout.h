@@ -3,8 +3,12 @@
 #include "designer/DesignerDocument.h"
 #include "templates/TemplateKind.h"
 
+#include "shell/JobFile.h"
 #include <QHash>
+
 #include <QMainWindow>
+
+#include <functional>
 
 #include <optional>
 
@@ -29,7 +33,7 @@ class Prompter;
 
 // What the designer needs from the program around it.
 struct DesignerEnvironment {
-    QString jobFile;        // where the drawing choices and preferences are remembered
+    JobFile *job = nullptr; // where the drawing choices and preferences are remembered
     QString templateFolder; // where the file dialogs start
     QString documentName;   // the parent's document, shown in the caption
     qint32 marginLeft = 0;  // page margins in twips
@@ -112,7 +116,9 @@ private:
     void setLogoSize(const QString &size);
     void setImageSize(const QString &size);
     void askUserSize(bool logo);
-    void togglePreference(const QString &key, bool defaultValue);
+    void togglePreference(DesignerSwitch which);
+    // Remembers a drawing choice in the job; a failed write is reported and the choice stays.
+    void remember(const std::function<void(JobFile &)> &write);
     void copyBoxes();
     void pasteBoxes(bool duplicate);
 

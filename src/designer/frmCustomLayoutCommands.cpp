@@ -1,7 +1,8 @@
 #include "designer/frmCustomLayout.h"
 
-#include "base/IniFile.h"
+#include "base/ErrorReport.h"
 #include "base/Prompter.h"
+#include "base/RuntimeError.h"
 #include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
 #include "designer/LivePreviewPane.h"
@@ -56,11 +57,11 @@ bool frmCustomLayout::dispatch(const QString &command) {
     else if (command == QLatin1String("mnuExit"))
         close();
     else if (command == QLatin1String("mnuShowLabel"))
-        togglePreference(QStringLiteral("ShowLabel"), true);
+        togglePreference(DesignerSwitch::ShowLabel);
     else if (command == QLatin1String("mnuShowColor"))
-        togglePreference(QStringLiteral("ShowColor"), false);
+        togglePreference(DesignerSwitch::ShowColor);
     else if (command == QLatin1String("mnuSubTotalOptions"))
-        togglePreference(QStringLiteral("ShowSubTotalOptions"), false);
+        togglePreference(DesignerSwitch::ShowSubTotalOptions);
     else if (command == QLatin1String("mnuCopyHeaderFooter"))
         copyHeaderFooter();
     else if (command == QLatin1String("mnuFieldLength"))
@@ -379,12 +380,25 @@ void frmCustomLayout::askUserSize(bool logo) {
         setImageSize(size);
 }
 
-void frmCustomLayout::togglePreference(const QString &key, bool defaultValue) {
-    const QString job = m_environment.jobFile;
-    const QString text = ReadIniValue(QStringLiteral("Printer"), key, job, QString());
-    const bool current = text.isEmpty() ? defaultValue : ParseIniBool(text);
-    WriteIniValue(QStringLiteral("Printer"), key, IniBoolText(!current), job);
+void frmCustomLayout::togglePreference(DesignerSwitch which) {
+    if (m_environment.job) {
+        const DesignerPreferences prefs = m_environment.job->designerPreferences();
+        const bool current = which == DesignerSwitch::ShowLabel   ? prefs.showLabel
+                             : which == DesignerSwitch::ShowColor ? prefs.showColor
+                                                                  : prefs.showSubTotalOptions;
+        remember([which, current](JobFile &job) { job.writeDesignerSwitch(which, !current); });
+    }
     updateChecks();
+}
+
+void frmCustomLayout::remember(const std::function<void(JobFile &)> &write) {
+    if (!m_environment.job)
+        return;
+    try {
+        write(*m_environment.job);
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("Save Preference."), error);
+    }
 }
 
 void frmCustomLayout::updateChecks() {
@@ -411,15 +425,11 @@ void frmCustomLayout::updateChecks() {
     m_actions.value(QStringLiteral("mnuUserDefinedImg"))
         ->setText(userImage ? QStringLiteral("User Define ") + other.imageSize
                             : QStringLiteral("User Define..."));
-    const QString job = m_environment.jobFile;
-    const auto preference = [&](const char *key, bool fallback) {
-        const QString text =
-            ReadIniValue(QStringLiteral("Printer"), QLatin1String(key), job, QString());
-        return text.isEmpty() ? fallback : ParseIniBool(text);
-    };
-    check("mnuShowLabel", preference("ShowLabel", true));
-    check("mnuShowColor", preference("ShowColor", false));
-    check("mnuSubTotalOptions", preference("ShowSubTotalOptions", false));
+    const DesignerPreferences prefs =
+        m_environment.job ? m_environment.job->designerPreferences() : DesignerPreferences();
+    check("mnuShowLabel", prefs.showLabel);
+    check("mnuShowColor", prefs.showColor);
+    check("mnuSubTotalOptions", prefs.showSubTotalOptions);
     check("mnuViewLivePreview", m_previewDock && m_previewDock->isVisible());
     check("mnuSolid", m_lineStyle == qint16(LineStyle::Solid));
     check("mnuDash", m_lineStyle == qint16(LineStyle::Dash));

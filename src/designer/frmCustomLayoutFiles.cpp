@@ -168,9 +168,9 @@ void frmCustomLayout::previewOrPrint(bool print) {
 }
 
 void frmCustomLayout::openFieldLengths() {
-    if (!m_environment.fieldLengths)
+    if (!m_environment.fieldLengths || !m_environment.job)
         return;
-    frmFieldLength editor(m_environment.jobFile, *m_environment.fieldLengths, m_prompter, this);
+    frmFieldLength editor(*m_environment.job, *m_environment.fieldLengths, m_prompter, this);
     editor.exec();
 }
 

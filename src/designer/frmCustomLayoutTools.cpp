@@ -1,6 +1,5 @@
 #include "designer/frmCustomLayout.h"
 
-#include "base/IniFile.h"
 #include "base/Prompter.h"
 
 #include <QMenu>
@@ -89,8 +88,7 @@ void frmCustomLayout::chooseRectangleColor() {
         return;
     }
     m_rectColor = *color;
-    WriteIniValue(QStringLiteral("Printer"), QStringLiteral("Rectangle BorderColor"),
-                  QString::number(m_rectColor), m_environment.jobFile);
+    remember([color = m_rectColor](JobFile &job) { job.writeRectangleBorderColor(color); });
     const int selected = m_document.selection().rect;
     if (selected != 0) {
         TemplateLayout layout = m_document.layout();
@@ -110,8 +108,7 @@ void frmCustomLayout::chooseLineColor() {
         return;
     }
     m_lineColor = *color;
-    WriteIniValue(QStringLiteral("Printer"), QStringLiteral("Line BorderColor"),
-                  QString::number(m_lineColor), m_environment.jobFile);
+    remember([color = m_lineColor](JobFile &job) { job.writeLineBorderColor(color); });
     const int selected = m_document.selection().line;
     if (selected != 0) {
         TemplateLayout layout = m_document.layout();
@@ -122,8 +119,7 @@ void frmCustomLayout::chooseLineColor() {
 
 void frmCustomLayout::setLineStyle(LineStyle style) {
     m_lineStyle = qint16(style);
-    WriteIniValue(QStringLiteral("Printer"), QStringLiteral("Line BorderStyle"),
-                  QString::number(m_lineStyle), m_environment.jobFile);
+    remember([style = m_lineStyle](JobFile &job) { job.writeLineBorderStyle(style); });
     const int selected = m_document.selection().line;
     if (selected != 0) {
         TemplateLayout layout = m_document.layout();

@@ -3,6 +3,7 @@
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
 #include "designer/FieldLengthCaptions.h"
+#include "shell/JobFile.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -17,10 +18,10 @@
 
 namespace tavrel {
 
-frmFieldLength::frmFieldLength(const QString &jobFile, FieldLengths &lengths, Prompter &prompter,
+frmFieldLength::frmFieldLength(JobFile &job, FieldLengths &lengths, Prompter &prompter,
                                QWidget *parent)
     : QDialog(parent)
-    , m_jobFile(jobFile)
+    , m_job(job)
     , m_lengths(lengths)
     , m_prompter(prompter) {
     setObjectName(QStringLiteral("frmFieldLength"));
@@ -122,7 +123,7 @@ void frmFieldLength::accept() {
         edited.setLabel(code, m_labelBoxes.value(code)->text());
     }
     try {
-        edited.writeToJobFile(m_jobFile);
+        m_job.writeFieldLengths(edited);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Save Field Length."), error);
         return;

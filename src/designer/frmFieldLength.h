@@ -10,6 +10,7 @@ class QLineEdit;
 
 namespace tavrel {
 
+class JobFile;
 class Prompter;
 
 // The field length editor: every field code with its caption, length (`txtFL`) and label
@@ -19,7 +20,9 @@ class frmFieldLength : public QDialog {
     Q_OBJECT
 
 public:
-    frmFieldLength(const QString &jobFile, FieldLengths &lengths, Prompter &prompter,
+    // Shows `lengths` (the program's own, as read from the job); OK writes them with the user's
+    // changes through `job` and then takes the changes into `lengths`.
+    frmFieldLength(JobFile &job, FieldLengths &lengths, Prompter &prompter,
                    QWidget *parent = nullptr);
 
     // "cmdOK", "cmdCancel", "cmdDefault"; false for an unknown command.
@@ -35,7 +38,7 @@ private:
     void accept() override;
     void restoreDefaults();
 
-    QString m_jobFile;
+    JobFile &m_job;
     FieldLengths &m_lengths;
     Prompter &m_prompter;
     QHash<QString, QLineEdit *> m_lengthBoxes;

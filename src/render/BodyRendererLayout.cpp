@@ -49,9 +49,7 @@ QString columnCaption(const CustomTemplate &box, const ReportData &data) {
     const QString code = FieldCatalog::codeForCaption(box.tCaption);
     if (!data.showLabel || code.isEmpty())
         return box.tCaption;
-    QString label = data.fieldLengths ? data.fieldLengths->label(code) : QString();
-    if (label.isEmpty() && !data.jobFile.isEmpty())
-        label = fieldLabelForCode(data.jobFile, code);
+    const QString label = data.fieldLengths ? data.fieldLengths->label(code) : QString();
     return label.isEmpty() ? box.tCaption : label;
 }
 

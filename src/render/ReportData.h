@@ -17,7 +17,6 @@ struct ReportData {
     const OrderData *order = nullptr;
     const FieldLengths *fieldLengths = nullptr;
 
-    QString jobFile;        // field labels are looked up in it
     QString sifPath;        // the specification file
     QString activeDocument; // the parent's document: "File Path", "Orvanta File Title"
     QString companyName;    // "Company Name"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/JobFile.h"
 #include "shell/JobPaths.h"
 #include "shell/Settings.h"
 #include "spec/FieldLengths.h"
@@ -15,6 +16,8 @@ namespace tavrel {
 // Everything process-wide that start-up fills and the windows and print jobs read: created once
 // in main() and passed by reference. Tests build their own.
 struct AppContext {
+    // The job file as read at start-up; every setting is read from and written through it.
+    JobFile job;
     JobPaths paths;
     QString runMode;
     PrinterSettings printer;

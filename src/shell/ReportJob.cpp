@@ -56,7 +56,6 @@ ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, 
     m_data.spec = &context.spec;
     m_data.order = &context.order;
     m_data.fieldLengths = &context.fieldLengths;
-    m_data.jobFile = context.paths.jobFile;
     m_data.sifPath = context.paths.sifPath;
     m_data.activeDocument = context.paths.activeDocument;
     m_data.companyName = context.preferences.companyName;
@@ -107,20 +106,19 @@ void ReportJob::run(PageEngine &engine, const std::function<void()> &yieldToUi,
                   callbacks);
 }
 
-MenuSelection ReportJob::selectionFromJobFile(const AppContext &context) {
-    const PrintState state =
-        PrintSelection::read(context.paths.jobFile, context.paths.templateFolder);
-    MenuSelection selection;
-    const std::array<QString, 3> paths = {state.coverTemplate, state.bodyTemplate,
-                                          state.summaryTemplate};
-    const std::array<QString, 3> flags = {state.coverPrintable, state.bodyPrintable,
-                                          state.summaryPrintable};
-    for (std::size_t row = 0; row < 3; ++row) {
-        selection.templates[row] =
-            PathRules::resolveAgainst(context.paths.jobFile, PrintSelection::localPath(paths[row]));
-        selection.printable[row] = flags[row] == QLatin1String("1");
+MenuSelection ReportJob::selectionFromJobFile(AppContext &context) {
+    return menuSelection(context, context.job.reportSelection(context.paths.templateFolder));
+}
+
+MenuSelection ReportJob::menuSelection(const AppContext &context,
+                                       const ReportSelection &selection) {
+    MenuSelection menu;
+    for (std::size_t row = 0; row < ReportSelection::Rows; ++row) {
+        menu.templates[row] = PathRules::resolveAgainst(
+            context.paths.jobFile, PrintSelection::localPath(selection.templates[row]));
+        menu.printable[row] = selection.isPrintable(row);
     }
-    return selection;
+    return menu;
 }
 
 } // namespace tavrel

@@ -5,6 +5,7 @@
 #include "render/ReportData.h"
 #include "render/ReportSections.h"
 #include "shell/MenuChecks.h"
+#include "templates/ReportSelection.h"
 #include "templates/TemplateKind.h"
 
 #include <QDateTime>
@@ -40,7 +41,10 @@ public:
              const ExportFragmentWriter *fragments = nullptr);
 
     // The print selection of the job file (defaults written back), as the main window shows it.
-    static MenuSelection selectionFromJobFile(const AppContext &context);
+    static MenuSelection selectionFromJobFile(AppContext &context);
+    // A selection as read from a job or group file, with its paths resolved against the job
+    // file's folder.
+    static MenuSelection menuSelection(const AppContext &context, const ReportSelection &selection);
 
 private:
     MenuSelection m_selection;

@@ -3,19 +3,11 @@
 #include "base/Conversions.h"
 #include "base/IniFile.h"
 #include "base/RuntimeError.h"
-
-#include <QPrinterInfo>
+#include "shell/JobFileKeys.h"
 
 #include <functional>
 
 namespace tavrel {
-
-PrinterList PrinterList::fromSystem() {
-    PrinterList list;
-    list.current = QPrinterInfo::defaultPrinterName();
-    list.installed = QPrinterInfo::availablePrinterNames();
-    return list;
-}
 
 namespace SettingsStore {
 
@@ -47,9 +39,8 @@ void readInteger(const IniFile &ini, const QString &section, const QString &key,
 
 } // namespace
 
-UserPreferences readUserPreferences(const QString &jobFile) {
-    const IniFile ini = IniFile::load(jobFile);
-    const QString &section = preferencesSection();
+UserPreferences readUserPreferences(const IniFile &ini) {
+    const QString section = JobFileKeys::userPreferences();
     UserPreferences prefs;
     prefs.companyName = ini.value(section, QStringLiteral("Company Name"));
     // The rounding keys are trimmed, and a value that does not convert falls back to 0.
@@ -80,9 +71,9 @@ QString selectPrinter(const QString &stored, const PrinterList &printers, bool *
     return printers.current;
 }
 
-PrinterSettings readPrinterSettings(const QString &jobFile, const PrinterList &printers) {
-    const IniFile ini = IniFile::load(jobFile);
-    const QString &section = printerSection();
+PrinterSettings readPrinterSettings(const IniFile &ini, const PrinterList &printers,
+                                    bool *writeBack) {
+    const QString section = JobFileKeys::printer();
     const auto text = [&](const char *key) { return ini.value(section, QLatin1String(key)); };
     const auto int16 = [](double v) { return qint32(Conversions::toInt16(v)); };
     const auto int32 = [](double v) { return Conversions::toInt32(v); };
@@ -91,10 +82,10 @@ PrinterSettings readPrinterSettings(const QString &jobFile, const PrinterList &p
     PrinterSettings s;
     s.printCopies = 0;
     s.fontSize = 0;
-    s.tempPrintDocument = text("TempPrintDocument");
-    s.activeDocument = text("ActiveDocument");
-    s.templateDirectory = text("Template Directory");
-    s.function = text("Function");
+    s.tempPrintDocument = ini.value(section, JobFileKeys::tempPrintDocument());
+    s.activeDocument = ini.value(section, JobFileKeys::activeDocument());
+    s.templateDirectory = ini.value(section, JobFileKeys::templateDirectory());
+    s.function = ini.value(section, JobFileKeys::function());
     readInteger(ini, section, QStringLiteral("PrintCopies"), s.printCopies, 1, int16);
 
     const QString fontName = text("FontName");
@@ -117,12 +108,9 @@ PrinterSettings readPrinterSettings(const QString &jobFile, const PrinterList &p
         }
     }
 
-    const QString storedPrinter = text("PrinterDeviceName");
-    bool writeBack = false;
+    const QString storedPrinter = ini.value(section, JobFileKeys::printerDeviceName());
     s.printerDeviceName = selectPrinter(storedPrinter.isEmpty() ? printers.current : storedPrinter,
-                                        printers, &writeBack);
-    if (writeBack)
-        WriteIniValue(section, QStringLiteral("PrinterDeviceName"), s.printerDeviceName, jobFile);
+                                        printers, writeBack);
 
     const QString box = text("Box");
     s.box = box.isEmpty() ? QStringLiteral("0") : box;

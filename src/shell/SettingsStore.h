@@ -6,6 +6,8 @@
 
 namespace tavrel {
 
+class IniFile;
+
 // The system's printers as start-up sees them.
 struct PrinterList {
     QString current;       // the default printer's device name ("" when there is none)
@@ -17,22 +19,14 @@ struct PrinterList {
 
 namespace SettingsStore {
 
-inline const QString &printerSection() {
-    static const QString name = QStringLiteral("Printer");
-    return name;
-}
-inline const QString &preferencesSection() {
-    static const QString name = QStringLiteral("User Preferences");
-    return name;
-}
+// Section "User Preferences" with its defaults; nothing is reported.
+UserPreferences readUserPreferences(const IniFile &ini);
 
-// Reads section "User Preferences" with its defaults; nothing is reported.
-UserPreferences readUserPreferences(const QString &jobFile);
-
-// Reads section "Printer" (every key but the field code lengths and the print selection) with
-// its defaults, skipping silently what fails; then applies the printer selection rule, writing
-// the current printer's name back when the stored one is not installed.
-PrinterSettings readPrinterSettings(const QString &jobFile, const PrinterList &printers);
+// Section "Printer" (every key but the field code lengths and the print selection) with its
+// defaults, skipping silently what fails; then the printer selection rule, setting *writeBack
+// when the stored printer is not installed and the current one's name should be written back.
+PrinterSettings readPrinterSettings(const IniFile &ini, const PrinterList &printers,
+                                    bool *writeBack);
 
 // The printer selection rule alone: the stored name when it is the current printer or an
 // installed one, otherwise the current printer (and writeBack is set).

@@ -1,8 +1,8 @@
 #include "shell/Startup.h"
 
 #include "base/ErrorReport.h"
-#include "base/IniFile.h"
 #include "base/Prompter.h"
+#include "base/RuntimeError.h"
 #include "base/TextFile.h"
 #include "spec/OrderFileReader.h"
 #include "spec/SifReader.h"
@@ -22,16 +22,15 @@ void makeFolder(const QString &path) {
 
 } // namespace
 
-bool resolveDocumentPaths(const QString &jobFile, JobPaths &paths) {
-    const QString &section = SettingsStore::printerSection();
+bool resolveDocumentPaths(const JobFile &job, JobPaths &paths) {
+    const QString &jobFile = job.path();
     paths.jobFile = jobFile;
-    const QString sif = ReadIniValue(section, QStringLiteral("TempPrintDocument"), jobFile);
+    const QString sif = job.sifDocument();
     if (sif.isEmpty())
         return false;
     paths.sifPath = PathRules::resolveAgainst(jobFile, sif);
 
-    paths.activeDocument = PathRules::resolveAgainst(
-        jobFile, ReadIniValue(section, QStringLiteral("ActiveDocument"), jobFile));
+    paths.activeDocument = PathRules::resolveAgainst(jobFile, job.activeDocument());
     const qsizetype separator = PathRules::lastSeparator(paths.activeDocument);
     paths.activeDocumentFolder = paths.activeDocument.left(separator + 1).trimmed();
     const QString lastComponent = PathRules::lastComponent(paths.activeDocument);
@@ -44,14 +43,13 @@ bool resolveDocumentPaths(const QString &jobFile, JobPaths &paths) {
 bool resolvePaths(AppContext &context, const QString &jobFile, const QString &executableFolder,
                   Prompter &prompter) {
     JobPaths &paths = context.paths;
-    const QString &section = SettingsStore::printerSection();
-    if (!resolveDocumentPaths(jobFile, paths)) {
+    context.job = JobFile::load(jobFile);
+    if (!resolveDocumentPaths(context.job, paths)) {
         prompter.message(QStringLiteral("No Active Document Found."), QString(), MessageIcon::None);
         return false;
     }
 
-    const QString templateDirectory =
-        ReadIniValue(section, QStringLiteral("Template Directory"), jobFile);
+    const QString templateDirectory = context.job.templateDirectory();
     QString folderName;
     if (!templateDirectory.isEmpty()) {
         const QString resolved = PathRules::resolveAgainst(jobFile, templateDirectory);
@@ -60,8 +58,11 @@ bool resolvePaths(AppContext &context, const QString &jobFile, const QString &ex
     } else {
         paths.templateRoot = executableFolder;
         folderName = QStringLiteral("Print Templates");
-        WriteIniValue(section, QStringLiteral("Template Directory"),
-                      PathRules::join(paths.templateRoot, folderName), jobFile);
+        try {
+            context.job.writeTemplateDirectory(PathRules::join(paths.templateRoot, folderName));
+        } catch (const RuntimeError &) {
+            // Ignored: the folder is used all the same, and written back at the next start.
+        }
     }
     paths.templateFolder = PathRules::join(paths.templateRoot, folderName);
     paths.pdfFolder = PathRules::join(paths.templateFolder, QStringLiteral("PDF"));
@@ -74,7 +75,7 @@ bool resolvePaths(AppContext &context, const QString &jobFile, const QString &ex
 }
 
 void readUserPreferences(AppContext &context) {
-    context.preferences = SettingsStore::readUserPreferences(context.paths.jobFile);
+    context.preferences = context.job.userPreferences();
 }
 
 void readSpecification(AppContext &context, Prompter &prompter) {
@@ -89,8 +90,16 @@ void readOrderFile(AppContext &context, Prompter &prompter) {
 }
 
 void readPrinterSettings(AppContext &context, const PrinterList &printers) {
-    context.printer = SettingsStore::readPrinterSettings(context.paths.jobFile, printers);
+    bool writeBack = false;
+    context.printer = context.job.printerSettings(printers, &writeBack);
     context.runMode = context.printer.function;
+    if (!writeBack)
+        return;
+    try {
+        context.job.writePrinterDeviceName(context.printer.printerDeviceName);
+    } catch (const RuntimeError &) {
+        // Ignored: the current printer is used all the same.
+    }
 }
 
 void computePageArea(AppContext &context) {
@@ -99,7 +108,7 @@ void computePageArea(AppContext &context) {
 }
 
 void readFieldLengths(AppContext &context) {
-    Q_UNUSED(context);
+    context.fieldLengths = context.job.fieldLengths(FieldLengths::builtIn());
 }
 
 RunModeAction actionForRunMode(const QString &runMode) {

@@ -13,12 +13,12 @@ namespace Startup {
 
 // The SIF file, the parent's document and the order file as the job file names them, with no
 // side effects (no folders made, nothing written back). False when no SIF file is named.
-bool resolveDocumentPaths(const QString &jobFile, JobPaths &paths);
+bool resolveDocumentPaths(const JobFile &job, JobPaths &paths);
 
-// Resolves the paths from the job file, creating the PDF, HTML and RTF folders. Returns false
-// after showing "No Active Document Found." when the job names no SIF file; the caller then
-// shuts down. An empty "Template Directory" becomes executableFolder + "/Print Templates" and
-// is written back to the job file.
+// Reads the job file into the context and resolves the paths from it, creating the PDF, HTML and
+// RTF folders. Returns false after showing "No Active Document Found." when the job names no SIF
+// file; the caller then shuts down. An empty "Template Directory" becomes executableFolder +
+// "/Print Templates" and is written back to the job file.
 bool resolvePaths(AppContext &context, const QString &jobFile, const QString &executableFolder,
                   Prompter &prompter);
 
@@ -30,6 +30,7 @@ void readSpecification(AppContext &context, Prompter &prompter);
 void readOrderFile(AppContext &context, Prompter &prompter);
 void readPrinterSettings(AppContext &context, const PrinterList &printers);
 void computePageArea(AppContext &context);
+// The built-in lengths, then the job's lengths and labels over them.
 void readFieldLengths(AppContext &context);
 
 enum class RunModeAction { ShowMainWindow, PrintUnattended, End };

@@ -4,16 +4,17 @@
 #include "render/PageEngine.h"
 #include "render/PrinterOutput.h"
 #include "shell/AppContext.h"
+#include "shell/PrintCheck.h"
 #include "shell/ReportJob.h"
-#include "templates/PrintSelection.h"
 
 namespace tavrel {
 
 bool printUnattended(AppContext &context, Prompter &prompter) {
-    if (!PrintSelection::check(context.paths.jobFile, context.paths.templateFolder, prompter))
+    ReportSelection selection;
+    if (!checkPrintState(context.job, context.paths.templateFolder, prompter, &selection))
         return false;
     try {
-        ReportJob report(context, ReportJob::selectionFromJobFile(context), prompter);
+        ReportJob report(context, ReportJob::menuSelection(context, selection), prompter);
         PageEngine engine;
         report.run(engine);
         printDocumentOn(engine, context.printer.printerDeviceName, context.printer.printCopies);

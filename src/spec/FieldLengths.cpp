@@ -1,19 +1,10 @@
 #include "spec/FieldLengths.h"
 
-#include "base/Conversions.h"
-#include "base/IniFile.h"
-#include "base/RuntimeError.h"
 #include "spec/BasicText.h"
-#include "spec/FieldCatalog.h"
-
-#include <QList>
-#include <QPair>
 
 namespace tavrel {
 
 namespace {
-
-const QString printerSection = QStringLiteral("Printer");
 
 struct BuiltInLength {
     const char *code;
@@ -73,30 +64,6 @@ FieldLengths FieldLengths::builtIn() {
     return lengths;
 }
 
-void FieldLengths::readFromJobFile(const QString &jobFile) {
-    const IniFile ini = IniFile::load(jobFile);
-    for (const QString &code : codes()) {
-        Entry &entry = m_entries[code];
-        entry.label = splitFieldLengthValue(ini.value(printerSection, code)).label;
-        // Deliberate: the order type's length comes from the quantity key.
-        const QString lengthKey = code == QLatin1String("OT") ? QStringLiteral("QT") : code;
-        const QString lengthText =
-            splitFieldLengthValue(ini.value(printerSection, lengthKey)).length;
-        try {
-            entry.length = Conversions::textToInt16(lengthText);
-        } catch (const RuntimeError &) {
-            // Empty, not a number or out of range: the current length stays, silently.
-        }
-    }
-}
-
-void FieldLengths::writeToJobFile(const QString &jobFile) const {
-    QList<QPair<QString, QString>> keyValues;
-    for (const QString &code : codes())
-        keyValues.append({code, QString::number(length(code)) + QLatin1Char(',') + label(code)});
-    IniFile::write(jobFile, printerSection, keyValues);
-}
-
 int FieldLengths::length(const QString &code) const {
     return m_entries.value(code).length;
 }
@@ -111,16 +78,6 @@ void FieldLengths::setLength(const QString &code, int length) {
 
 void FieldLengths::setLabel(const QString &code, const QString &label) {
     m_entries[code].label = label;
-}
-
-QString fieldLabelForCode(const QString &jobFile, const QString &code) {
-    if (code.isEmpty())
-        return {};
-    return splitFieldLengthValue(ReadIniValue(printerSection, code, jobFile)).label;
-}
-
-QString fieldLabel(const QString &jobFile, const QString &caption) {
-    return fieldLabelForCode(jobFile, FieldCatalog::codeForCaption(caption));
 }
 
 } // namespace tavrel

@@ -7,8 +7,8 @@
 namespace tavrel {
 
 // The length (in characters) and user label of every field code: item fields, page and header
-// fields, and order header fields. They live in the job file, section "Printer", one key per
-// code with the value "length,label".
+// fields, and order header fields. The job file holds them, one key per code with the value
+// "length,label"; the job model reads and writes them.
 class FieldLengths {
 public:
     // Every code with its built-in length and an empty label.
@@ -18,15 +18,6 @@ public:
     static const QStringList &codes();
     // The built-in length of a code, or 0 for a code that is not known.
     static int builtInLength(const QString &code);
-
-    // Reads the lengths and labels over the current values. A length that is missing, empty or
-    // not a 16-bit number leaves the current length; "0" is accepted. Deliberately, the order
-    // type ("OT") takes its length from the quantity key "QT", while the editor writes "OT".
-    void readFromJobFile(const QString &jobFile);
-
-    // Writes "length,label" under every code in one atomic write. Throws RuntimeError; the job
-    // file is then left as it was.
-    void writeToJobFile(const QString &jobFile) const;
 
     // 0 and an empty label for a code that is not known.
     int length(const QString &code) const;
@@ -49,12 +40,5 @@ struct FieldLengthValue {
     QString label;
 };
 FieldLengthValue splitFieldLengthValue(const QString &value);
-
-// The user's label of a field code: the text after the first comma of its key in the job file,
-// trimmed; empty when the value has no comma.
-QString fieldLabelForCode(const QString &jobFile, const QString &code);
-// The user's label of an item field caption ("Part Number" reads key "PN"); empty when the
-// caption is not an item field of the catalog.
-QString fieldLabel(const QString &jobFile, const QString &caption);
 
 } // namespace tavrel

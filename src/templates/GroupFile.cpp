@@ -29,37 +29,40 @@ QString fileNameOf(const QString &path) {
 
 } // namespace
 
-QByteArray GroupFile::bytes(const TemplateGroup &group) {
+QByteArray GroupFile::bytes(const ReportSelection &group) {
+    const auto state = [&group](std::size_t row) {
+        return QString::number(group.isPrintable(row) ? 1 : 0);
+    };
     const QStringList lines = {
         QLatin1Char('[') + printStateSection() + QLatin1Char(']'),
-        QStringLiteral("Cover Printable=") + QString::number(group.coverPrintable),
-        QStringLiteral("Body Printable=") + QString::number(group.bodyPrintable),
-        QStringLiteral("Summary Printable=") + QString::number(group.summaryPrintable),
+        QStringLiteral("Cover Printable=") + state(0),
+        QStringLiteral("Body Printable=") + state(1),
+        QStringLiteral("Summary Printable=") + state(2),
         QString(),
         QLatin1Char('[') + filePathSection() + QLatin1Char(']'),
-        QStringLiteral("Cover Template=") + group.coverTemplate,
-        QStringLiteral("Body Template=") + group.bodyTemplate,
-        QStringLiteral("Summary Template=") + group.summaryTemplate,
+        QStringLiteral("Cover Template=") + group.templates[0],
+        QStringLiteral("Body Template=") + group.templates[1],
+        QStringLiteral("Summary Template=") + group.templates[2],
     };
     return TextFile::encodeCrLf(lines);
 }
 
-void GroupFile::write(const QString &path, const TemplateGroup &group) {
+void GroupFile::write(const QString &path, const ReportSelection &group) {
     TextFile::writeAtomically(path, bytes(group));
 }
 
-TemplateGroup GroupFile::read(const QString &path) {
+ReportSelection GroupFile::read(const QString &path) {
     const IniFile ini = IniFile::load(path);
     const auto flag = [&ini](const char *key) {
-        return Conversions::textToInt16(ini.value(printStateSection(), QLatin1String(key)));
+        const qint16 state =
+            Conversions::textToInt16(ini.value(printStateSection(), QLatin1String(key)));
+        return ReportSelection::flag(state != 0);
     };
-    TemplateGroup group;
-    group.coverPrintable = flag("Cover Printable");
-    group.bodyPrintable = flag("Body Printable");
-    group.summaryPrintable = flag("Summary Printable");
-    group.coverTemplate = ini.value(filePathSection(), QStringLiteral("Cover Template"));
-    group.bodyTemplate = ini.value(filePathSection(), QStringLiteral("Body Template"));
-    group.summaryTemplate = ini.value(filePathSection(), QStringLiteral("Summary Template"));
+    ReportSelection group;
+    group.printable = {flag("Cover Printable"), flag("Body Printable"), flag("Summary Printable")};
+    group.templates = {ini.value(filePathSection(), QStringLiteral("Cover Template")),
+                       ini.value(filePathSection(), QStringLiteral("Body Template")),
+                       ini.value(filePathSection(), QStringLiteral("Summary Template"))};
     return group;
 }
 

@@ -6,6 +6,8 @@
 #include "base/IniFile.h"
 #include "base/RuntimeError.h"
 #include "base/Windows1252.h"
+#include "shell/JobFile.h"
+#include "shell/SettingsStore.h"
 #include "spec/FieldLengths.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
@@ -26,8 +28,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const QString &path = fuzz::scratchPath(".ini");
     if (!fuzz::writeScratch(path, bytes))
         return 0;
-    FieldLengths lengths = FieldLengths::builtIn();
-    lengths.readFromJobFile(path);
+    const JobFile job = JobFile::load(path);
+    job.fieldLengths(FieldLengths::builtIn());
+    bool writeBack = false;
+    job.printerSettings(PrinterList{}, &writeBack);
+    job.userPreferences();
+    job.designerPreferences();
+    job.storedSelection(QStringLiteral("/t"));
     try {
         IniFile::write(path, QStringLiteral("Printer"), QStringLiteral("PN"),
                        QStringLiteral("12,Part"));

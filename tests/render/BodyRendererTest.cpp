@@ -9,6 +9,7 @@
 #include "render/PrintJob.h"
 #include "render/ReportData.h"
 #include "render/SectionRun.h"
+#include "shell/JobFile.h"
 #include "spec/FieldCatalog.h"
 #include "spec/FieldLengths.h"
 #include "spec/SifReader.h"
@@ -374,7 +375,8 @@ void BodyRendererTest::demoPageLooksAsReviewed() {
     const QString demo = testsupport::sourcePath(QStringLiteral("examples/demo"));
     readSif(demo + QStringLiteral("/demo.sif"), QStringLiteral("Harbor Point Offices.sp4"),
             run.spec);
-    run.lengths.readFromJobFile(demo + QStringLiteral("/job.ini"));
+    run.lengths =
+        JobFile::load(demo + QStringLiteral("/job.ini")).fieldLengths(FieldLengths::builtIn());
     run.data.companyName = QStringLiteral("Harbor Point Office Interiors");
     run.data.activeDocument = demo + QStringLiteral("/Harbor Point Offices.sp4");
     run.data.savedTime = QDateTime(QDate(2026, 10, 30), QTime(16, 5));

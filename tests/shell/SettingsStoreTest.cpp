@@ -2,6 +2,8 @@
 #include "base/IniFile.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "shell/AppContext.h"
+#include "shell/Startup.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -27,6 +29,14 @@ private:
     QString writeJob(const QByteArray &printerLines);
     QTemporaryDir m_dir;
 };
+
+// The printer settings as start-up reads them, the printer's write-back included.
+PrinterSettings readPrinter(const QString &path, const PrinterList &printers) {
+    AppContext context;
+    context.job = JobFile::load(path);
+    Startup::readPrinterSettings(context, printers);
+    return context.printer;
+}
 
 QString SettingsStoreTest::writeJob(const QByteArray &printerLines) {
     const QString path = m_dir.filePath(QStringLiteral("job.ini"));
@@ -112,8 +122,7 @@ void SettingsStoreTest::printerKeys() {
     QFETCH(QByteArray, lines);
     QFETCH(QString, field);
     QFETCH(QString, expected);
-    const PrinterSettings settings =
-        SettingsStore::readPrinterSettings(writeJob(lines), PrinterList{});
+    const PrinterSettings settings = readPrinter(writeJob(lines), PrinterList{});
     QCOMPARE(fieldText(settings, field), expected);
 }
 
@@ -138,7 +147,7 @@ void SettingsStoreTest::preferences() {
     QFETCH(int, level);
     const QString path = m_dir.filePath(QStringLiteral("prefs.ini"));
     testsupport::writeBytes(path, "[User Preferences]\r\n" + lines);
-    const UserPreferences prefs = SettingsStore::readUserPreferences(path);
+    const UserPreferences prefs = JobFile::load(path).userPreferences();
     QCOMPARE(prefs.companyName, company);
     QCOMPARE(int(prefs.roundingDirection), direction);
     QCOMPARE(int(prefs.roundingLevel), level);
@@ -177,16 +186,15 @@ void SettingsStoreTest::printerSelection() {
 
 void SettingsStoreTest::missingPrinterIsWrittenBack() {
     const QString path = writeJob("PrinterDeviceName=Old Plotter\r\nFunction=1\r\n");
-    const PrinterSettings settings = SettingsStore::readPrinterSettings(
-        path, PrinterList{QStringLiteral("PDF"), {QStringLiteral("PDF")}});
+    const PrinterSettings settings =
+        readPrinter(path, PrinterList{QStringLiteral("PDF"), {QStringLiteral("PDF")}});
     QCOMPARE(settings.printerDeviceName, QStringLiteral("PDF"));
     QCOMPARE(testsupport::readBytes(path),
              QByteArray("[Printer]\r\nPrinterDeviceName=PDF\r\nFunction=1\r\n"));
 
     // An empty name means the current printer and writes nothing.
     const QString quiet = writeJob("PrinterDeviceName=\r\n");
-    QCOMPARE(SettingsStore::readPrinterSettings(quiet, PrinterList{QStringLiteral("PDF"), {}})
-                 .printerDeviceName,
+    QCOMPARE(readPrinter(quiet, PrinterList{QStringLiteral("PDF"), {}}).printerDeviceName,
              QStringLiteral("PDF"));
     QCOMPARE(testsupport::readBytes(quiet), QByteArray("[Printer]\r\nPrinterDeviceName=\r\n"));
 }

@@ -4,6 +4,7 @@
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "shell/JobFile.h"
 #include "spec/FieldLengths.h"
 #include "templates/GroupFile.h"
 #include "templates/TemplateLayout.h"
@@ -51,9 +52,9 @@ Saver saver(const QString &kind) {
     if (kind == QLatin1String("group")) {
         return {QStringLiteral("Save Group."), QStringLiteral("report.grp"),
                 [](const QString &path, int generation) {
-                    TemplateGroup group;
-                    group.bodyPrintable = 1;
-                    group.bodyTemplate = QStringLiteral("C:\\Templates\\gen%1.cst").arg(generation);
+                    ReportSelection group;
+                    group.printable = {"0", "1", "0"};
+                    group.templates[1] = QStringLiteral("C:\\Templates\\gen%1.cst").arg(generation);
                     GroupFile::write(path, group);
                 }};
     }
@@ -63,7 +64,7 @@ Saver saver(const QString &kind) {
                     FieldLengths lengths = FieldLengths::builtIn();
                     lengths.setLabel(QStringLiteral("PN"),
                                      QStringLiteral("Gen %1").arg(generation));
-                    lengths.writeToJobFile(path);
+                    JobFile::load(path).writeFieldLengths(lengths);
                 }};
     }
     return {QStringLiteral("Save As Default."), QStringLiteral("job.ini"),

@@ -21,25 +21,16 @@ private slots:
     void groupFileRoundTrip();
     void groupFileReadRules();
     void groupToolTip();
-    void defaultsAreWrittenBack();
-    void storedValuesAreKept();
-    void failedWriteBackTurnsFlagsOff();
     void checkOrder_data();
     void checkOrder();
     void checkMessagesText();
-    void checkShowsExclamation();
-    void templateDirectory_data();
-    void templateDirectory();
 };
 
 void PrintSelectionTest::groupFileGolden() {
-    TemplateGroup group;
-    group.coverPrintable = 1;
-    group.bodyPrintable = 0;
-    group.summaryPrintable = 1;
-    group.coverTemplate = QStringLiteral("/home/dealer/Print Templates/Classic.cov");
-    group.bodyTemplate = QStringLiteral("C:\\Templates\\Caf\u00e9 Customer.cst");
-    group.summaryTemplate.clear();
+    ReportSelection group;
+    group.printable = {"1", "0", "1"};
+    group.templates[0] = QStringLiteral("/home/dealer/Print Templates/Classic.cov");
+    group.templates[1] = QStringLiteral("C:\\Templates\\Caf\u00e9 Customer.cst");
     const QString mismatch = testsupport::compareWithGolden(GroupFile::bytes(group),
                                                             QStringLiteral("templates/sample.grp"));
     QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
@@ -48,10 +39,10 @@ void PrintSelectionTest::groupFileGolden() {
 void PrintSelectionTest::groupFileRoundTrip() {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("office.grp"));
-    TemplateGroup group;
-    group.bodyPrintable = 1;
-    group.coverTemplate = dir.filePath(QStringLiteral("gone.cov")); // need not exist
-    group.bodyTemplate = QStringLiteral("relative\\body.cst");
+    ReportSelection group;
+    group.printable = {"0", "1", "0"};
+    group.templates[0] = dir.filePath(QStringLiteral("gone.cov")); // need not exist
+    group.templates[1] = QStringLiteral("relative\\body.cst");
     GroupFile::write(path, group);
     QCOMPARE(GroupFile::read(path), group);
     QVERIFY(isGroupPath(path));
@@ -63,12 +54,16 @@ void PrintSelectionTest::groupFileReadRules() {
     testsupport::writeBytes(path, "[file path]\nbody template=b.cst\n[PRINT STATE]\n"
                                   "cover printable= 1 \nBody Printable=0\nSummary Printable=1.5\n"
                                   "Body Printable=1\n");
-    const TemplateGroup group = GroupFile::read(path);
-    QCOMPARE(group.coverPrintable, qint16(1));
-    QCOMPARE(group.bodyPrintable, qint16(0));    // first occurrence wins
-    QCOMPARE(group.summaryPrintable, qint16(2)); // integers round half to even
-    QCOMPARE(group.bodyTemplate, QStringLiteral("b.cst"));
-    QCOMPARE(group.coverTemplate, QString());
+    const ReportSelection group = GroupFile::read(path);
+    QCOMPARE(group.printable[0], QStringLiteral("1"));
+    QCOMPARE(group.printable[1], QStringLiteral("0")); // first occurrence wins
+    QCOMPARE(group.printable[2], QStringLiteral("1")); // 1.5 rounds half to even, to 2: ticked
+    QCOMPARE(group.templates[1], QStringLiteral("b.cst"));
+    QCOMPARE(group.templates[0], QString());
+    // A zero that rounds from a fraction leaves its row unticked.
+    testsupport::writeBytes(path, "[Print State]\r\nCover Printable=0.5\r\nBody Printable=0\r\n"
+                                  "Summary Printable=0\r\n");
+    QCOMPARE(GroupFile::read(path).printable[0], QStringLiteral("0"));
 
     // A printable value that is not a number is a type mismatch the caller reports.
     testsupport::writeBytes(path, "[Print State]\r\nCover Printable=True\r\n");
@@ -86,50 +81,6 @@ void PrintSelectionTest::groupToolTip() {
     QCOMPARE(GroupFile::loadedToolTip(QStringLiteral("/t/My Group.grp")),
              QStringLiteral("\"My Group.grp\" is currently loaded. Load another?"));
     QVERIFY(!isGroupPath(QStringLiteral("x.GRP")));
-}
-
-void PrintSelectionTest::defaultsAreWrittenBack() {
-    QTemporaryDir dir;
-    const QString job = dir.filePath(QStringLiteral("job.ini"));
-    testsupport::writeBytes(job, "[User Preferences]\r\nCompany Name=Acme\r\n");
-    const PrintState state = PrintSelection::read(job, QStringLiteral("/opt/t"));
-    QCOMPARE(state.coverTemplate, QStringLiteral("/opt/t/Classic.cov"));
-    QCOMPARE(state.bodyTemplate, QStringLiteral("/opt/t/Classic Customer.cst"));
-    QCOMPARE(state.summaryTemplate, QStringLiteral("/opt/t/Classic Customer.sum"));
-    QCOMPARE(state.coverPrintable, QStringLiteral("1"));
-    QCOMPARE(state.bodyPrintable, QStringLiteral("1"));
-    QCOMPARE(state.summaryPrintable, QStringLiteral("1"));
-    const QString mismatch = testsupport::compareWithGolden(
-        testsupport::readBytes(job), QStringLiteral("templates/defaults-written.ini"));
-    QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
-}
-
-void PrintSelectionTest::storedValuesAreKept() {
-    QTemporaryDir dir;
-    const QString job = dir.filePath(QStringLiteral("job.ini"));
-    const QByteArray before = "[Printer]\r\nCover Template=a.cov\r\nBody Template=b.cst\r\n"
-                              "Summary Template=c.sum\r\nCover Printable=0\r\n"
-                              "Body Printable=False\r\nSummary Printable=1\r\n";
-    testsupport::writeBytes(job, before);
-    const PrintState state = PrintSelection::read(job, dir.path());
-    QCOMPARE(state.coverTemplate, QStringLiteral("a.cov"));
-    QCOMPARE(state.bodyPrintable, QStringLiteral("False")); // taken as it stands
-    QCOMPARE(testsupport::readBytes(job), before);          // nothing written
-}
-
-void PrintSelectionTest::failedWriteBackTurnsFlagsOff() {
-    // A job file in a folder that does not exist: nothing can be written back, so the second
-    // read finds the flags still empty and turns them to "0".
-    QTemporaryDir dir;
-    const QString job = dir.filePath(QStringLiteral("gone/job.ini"));
-    const PrintState state = PrintSelection::read(job, QStringLiteral("/t"));
-    QCOMPARE(state.coverTemplate, QStringLiteral("/t/Classic.cov"));
-    QCOMPARE(state.coverPrintable, QStringLiteral("0"));
-    QCOMPARE(state.bodyPrintable, QStringLiteral("0"));
-    QCOMPARE(state.summaryPrintable, QStringLiteral("0"));
-    QCOMPARE(PrintSelection::checkMessage(state),
-             QStringLiteral("At least select one item to be printable."));
-    QVERIFY(!QDir(dir.filePath(QStringLiteral("gone"))).exists());
 }
 
 void PrintSelectionTest::checkOrder_data() {
@@ -180,8 +131,8 @@ void PrintSelectionTest::checkOrder() {
         }
         return dir.filePath(path);
     };
-    const PrintState state{resolve(paths[0]), resolve(paths[1]), resolve(paths[2]),
-                           flags[0],          flags[1],          flags[2]};
+    const ReportSelection state{{resolve(paths[0]), resolve(paths[1]), resolve(paths[2])},
+                                {flags[0], flags[1], flags[2]}};
     QCOMPARE(PrintSelection::checkMessage(state), message);
 }
 
@@ -193,72 +144,20 @@ void PrintSelectionTest::checkMessagesText() {
     testsupport::writeBytes(some, "x");
     const QString off = QStringLiteral("0");
     const QString on = QStringLiteral("1");
-    const QList<PrintState> states = {
-        {{}, {}, {}, on, on, on},       {some, some, some, off, off, off},
-        {none, some, some, on, on, on}, {some, none, some, on, on, on},
-        {some, some, none, on, on, on},
+    const QList<ReportSelection> states = {
+        {{}, {on, on, on}},
+        {{some, some, some}, {off, off, off}},
+        {{none, some, some}, {on, on, on}},
+        {{some, none, some}, {on, on, on}},
+        {{some, some, none}, {on, on, on}},
     };
     QStringList messages;
-    for (const PrintState &state : states)
+    for (const ReportSelection &state : states)
         messages << PrintSelection::checkMessage(state);
     const QString mismatch =
         testsupport::compareWithGolden(messages.join(QLatin1Char('\n')).toUtf8() + '\n',
                                        QStringLiteral("templates/check-messages.txt"));
     QVERIFY2(mismatch.isEmpty(), qPrintable(mismatch));
-}
-
-void PrintSelectionTest::checkShowsExclamation() {
-    QTemporaryDir dir;
-    const QString job = dir.filePath(QStringLiteral("job.ini"));
-    testsupport::writeBytes(job, "[Printer]\r\nBody Template=missing.cst\r\n");
-    ScriptedPrompter prompter;
-    QVERIFY(!PrintSelection::check(job, dir.path(), prompter));
-    QCOMPARE(prompter.calls().size(), 1);
-    const ScriptedPrompter::Call &call = prompter.calls().first();
-    QCOMPARE(call.text, QStringLiteral("Cover Page Template Not Found."));
-    QCOMPARE(call.title, QString());
-    QCOMPARE(call.icon, MessageIcon::Exclamation);
-    QCOMPARE(call.buttons, MessageButtons::Ok);
-    // The defaults stay written even though the check failed.
-    QCOMPARE(ReadIniValue(QStringLiteral("Printer"), QStringLiteral("Summary Printable"), job),
-             QStringLiteral("1"));
-    QCOMPARE(ReadIniValue(QStringLiteral("Printer"), QStringLiteral("Body Template"), job),
-             QStringLiteral("missing.cst"));
-
-    // With the Classic templates beside the executables the defaults print.
-    const QString classic =
-        QStringLiteral(TAVREL_SOURCE_DIR) + QStringLiteral("/resources/Print Templates");
-    const QString fresh = dir.filePath(QStringLiteral("fresh.ini"));
-    prompter.clear();
-    QVERIFY(PrintSelection::check(fresh, classic, prompter));
-    QVERIFY(prompter.calls().isEmpty());
-}
-
-void PrintSelectionTest::templateDirectory_data() {
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<QString>("expected"); // "@" stands for the job's folder, "!" for the exe's
-    QTest::newRow("empty") << QByteArray("") << "!/Print Templates";
-    QTest::newRow("missing") << QByteArray() << "!/Print Templates";
-    QTest::newRow("absolute") << QByteArray("/srv/t/") << "/srv/t";
-    QTest::newRow("relative with backslashes")
-        << QByteArray("sub\\Print Templates") << "@/sub/Print Templates";
-    QTest::newRow("dot dot") << QByteArray("../t") << "@/../t";
-}
-
-void PrintSelectionTest::templateDirectory() {
-    QFETCH(QByteArray, value);
-    QFETCH(QString, expected);
-    QTemporaryDir dir;
-    const QString folder = dir.filePath(QStringLiteral("jobs"));
-    QDir().mkpath(folder);
-    const QString job = folder + QStringLiteral("/job.ini");
-    testsupport::writeBytes(job, value.isNull()
-                                     ? QByteArray("[Printer]\r\n")
-                                     : "[Printer]\r\nTemplate Directory=" + value + "\r\n");
-    expected.replace(QLatin1Char('@'), folder);
-    expected.replace(QLatin1Char('!'), QStringLiteral("/exe"));
-    QCOMPARE(PrintSelection::templateDirectory(job, QStringLiteral("/exe")),
-             QDir::cleanPath(expected));
 }
 
 TAVREL_TEST(PrintSelectionTest)

@@ -5,6 +5,7 @@
 #include "designer/DesignerActions.h"
 #include "designer/FieldList.h"
 #include "designer/frmCustomLayout.h"
+#include "shell/JobFile.h"
 
 #include <QApplication>
 #include <QDir>
@@ -42,6 +43,7 @@ private:
     }
 
     QTemporaryDir m_dir;
+    JobFile m_jobModel;
     ScriptedPrompter m_prompter;
     NoDesignerActions m_actions;
 };
@@ -52,7 +54,8 @@ void DesignerCanvasTest::init() {
 
 std::unique_ptr<frmCustomLayout> DesignerCanvasTest::makeWindow() {
     DesignerEnvironment environment;
-    environment.jobFile = m_dir.filePath("job.ini");
+    m_jobModel = JobFile::load(m_dir.filePath("job.ini"));
+    environment.job = &m_jobModel;
     environment.templateFolder = m_dir.path();
     environment.documentName = "Demo.spec";
     environment.marginLeft = environment.marginTop = 720;

@@ -6,6 +6,7 @@
 #include "designer/DesignerActions.h"
 #include "designer/FieldList.h"
 #include "designer/frmCustomLayout.h"
+#include "shell/JobFile.h"
 
 #include <QAction>
 #include <QMenu>
@@ -43,6 +44,7 @@ private:
                qint32 width = 1440, qint32 height = 260);
 
     QTemporaryDir m_dir;
+    JobFile m_jobModel;
     QString m_job;
     ScriptedPrompter m_prompter;
     NoDesignerActions m_actions;
@@ -56,7 +58,8 @@ void DesignerCommandsTest::init() {
 
 std::unique_ptr<frmCustomLayout> DesignerCommandsTest::makeWindow() {
     DesignerEnvironment environment;
-    environment.jobFile = m_job;
+    m_jobModel = JobFile::load(m_job);
+    environment.job = &m_jobModel;
     environment.templateFolder = m_dir.path();
     environment.documentName = "Demo.spec";
     environment.marginLeft = environment.marginTop = 720;

@@ -3,6 +3,7 @@
 #include "common/TestSupport.h"
 #include "designer/DesignerActions.h"
 #include "designer/frmCustomLayout.h"
+#include "shell/JobFile.h"
 #include "templates/TemplateReader.h"
 #include "templates/TemplateWriter.h"
 
@@ -65,6 +66,7 @@ private:
     void makeChange(frmCustomLayout &window);
 
     QTemporaryDir m_dir;
+    JobFile m_jobModel;
     QString m_job;
     ScriptedPrompter m_prompter;
     RecordingActions m_actions;
@@ -79,7 +81,8 @@ void DesignerFilesTest::init() {
 
 std::unique_ptr<frmCustomLayout> DesignerFilesTest::makeWindow(const QString &path) {
     DesignerEnvironment environment;
-    environment.jobFile = m_job;
+    m_jobModel = JobFile::load(m_job);
+    environment.job = &m_jobModel;
     environment.templateFolder = m_dir.path();
     environment.documentName = "Demo.spec";
     auto window = std::make_unique<frmCustomLayout>(environment, m_prompter, m_actions);

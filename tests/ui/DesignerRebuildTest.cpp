@@ -8,6 +8,7 @@
 #include "designer/frmCustomLayout.h"
 #include "render/DisplayListJson.h"
 #include "render/PageEngine.h"
+#include "shell/JobFile.h"
 #include "shell/ReportJob.h"
 #include "shell/Startup.h"
 #include "templates/TemplateReader.h"
@@ -43,6 +44,7 @@ private:
     QByteArray bodyPages(const QString &templatePath);
 
     QTemporaryDir m_dir;
+    JobFile m_jobModel;
     ScriptedPrompter m_prompter;
 };
 
@@ -165,8 +167,9 @@ void DesignerRebuildTest::rebuildsClassicBodyTemplate() {
     const TemplateLayout shipped = TemplateReader::load(shippedPath, m_prompter);
 
     DesignerEnvironment environment;
-    environment.jobFile = m_dir.filePath("job.ini");
-    testsupport::writeBytes(environment.jobFile, "[Printer]\r\nFunction=1\r\n");
+    testsupport::writeBytes(m_dir.filePath("job.ini"), "[Printer]\r\nFunction=1\r\n");
+    m_jobModel = JobFile::load(m_dir.filePath("job.ini"));
+    environment.job = &m_jobModel;
     environment.templateFolder = m_dir.path();
     NoDesignerActions actions;
     frmCustomLayout window(environment, m_prompter, actions);

@@ -3,6 +3,13 @@
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "designer/frmFieldLength.h"
+#include "render/DisplayListJson.h"
+#include "render/PageEngine.h"
+#include "shell/AppContext.h"
+#include "shell/JobFile.h"
+#include "shell/ReportJob.h"
+#include "shell/SettingsStore.h"
+#include "shell/Startup.h"
 
 #include <QLineEdit>
 #include <QTemporaryDir>
@@ -21,6 +28,7 @@ private slots:
     void refusesEmptyOrZero();
     void cancelWritesNothing();
     void defaultRestoresBuiltIn();
+    void demoJobKeepsItsLabels();
 
 private:
     QString makeJob(QTemporaryDir &dir) {
@@ -33,10 +41,10 @@ private:
 void FieldLengthEditorTest::okWritesEveryKey() {
     QTemporaryDir dir;
     const QString job = makeJob(dir);
-    FieldLengths lengths = FieldLengths::builtIn();
-    lengths.readFromJobFile(job);
+    JobFile model = JobFile::load(job);
+    FieldLengths lengths = model.fieldLengths(FieldLengths::builtIn());
     ScriptedPrompter prompter;
-    frmFieldLength editor(job, lengths, prompter);
+    frmFieldLength editor(model, lengths, prompter);
     QCOMPARE(editor.lengthBox("PN")->text(), QString("20"));
     QCOMPARE(editor.labelBox("PN")->text(), QString("Part No."));
     editor.lengthBox("PD")->setText("40");
@@ -69,7 +77,8 @@ void FieldLengthEditorTest::refusesEmptyOrZero() {
     const QByteArray before = testsupport::readBytes(job);
     FieldLengths lengths = FieldLengths::builtIn();
     ScriptedPrompter prompter;
-    frmFieldLength editor(job, lengths, prompter);
+    JobFile model = JobFile::load(job);
+    frmFieldLength editor(model, lengths, prompter);
     editor.lengthBox("MC")->setText(text);
     editor.dispatch("cmdOK");
     QCOMPARE(prompter.messages(), QStringList{"Field Length Cannot be 'NULL' or '0'."});
@@ -84,7 +93,8 @@ void FieldLengthEditorTest::cancelWritesNothing() {
     const QByteArray before = testsupport::readBytes(job);
     FieldLengths lengths = FieldLengths::builtIn();
     ScriptedPrompter prompter;
-    frmFieldLength editor(job, lengths, prompter);
+    JobFile model = JobFile::load(job);
+    frmFieldLength editor(model, lengths, prompter);
     editor.lengthBox("PN")->setText("99");
     editor.dispatch("cmdCancel");
     QCOMPARE(editor.result(), int(QDialog::Rejected));
@@ -95,16 +105,53 @@ void FieldLengthEditorTest::cancelWritesNothing() {
 void FieldLengthEditorTest::defaultRestoresBuiltIn() {
     QTemporaryDir dir;
     const QString job = makeJob(dir);
-    FieldLengths lengths = FieldLengths::builtIn();
-    lengths.readFromJobFile(job);
+    JobFile model = JobFile::load(job);
+    FieldLengths lengths = model.fieldLengths(FieldLengths::builtIn());
     ScriptedPrompter prompter;
-    frmFieldLength editor(job, lengths, prompter);
+    frmFieldLength editor(model, lengths, prompter);
     editor.lengthBox("PD")->setText("70");
     editor.dispatch("cmdDefault");
     QCOMPARE(editor.lengthBox("PN")->text(), QString("16"));
     QCOMPARE(editor.lengthBox("PD")->text(), QString("34"));
     QCOMPARE(editor.labelBox("PN")->text(), QString("Part No."));
     QCOMPARE(lengths.length("PN"), 16);
+}
+
+void FieldLengthEditorTest::demoJobKeepsItsLabels() {
+    // As a user meets it: start-up reads the demo job, the designer's editor opens on what the
+    // job holds, one length and label are changed, and OK keeps every other key's label while the
+    // report takes the new caption.
+    QTemporaryDir dir;
+    const QString job = testsupport::copyDemoJob(dir.path());
+    AppContext context;
+    ScriptedPrompter prompter;
+    QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
+    frmFieldLength editor(context.job, context.fieldLengths, prompter);
+    QCOMPARE(editor.lengthBox("PN")->text(), QString("16"));
+    QCOMPARE(editor.labelBox("PN")->text(), QString("Part No."));
+    QCOMPARE(editor.lengthBox("T1")->text(), QString("14"));
+    QCOMPARE(editor.labelBox("T1")->text(), QString("Area"));
+    editor.lengthBox("QT")->setText("8");
+    editor.labelBox("QT")->setText("Quantity");
+    QVERIFY(editor.dispatch("cmdOK"));
+    QVERIFY(prompter.calls().isEmpty());
+
+    const IniFile ini = IniFile::load(job);
+    QCOMPARE(ini.value("Printer", "QT"), QString("8,Quantity"));
+    QCOMPARE(ini.value("Printer", "PN"), QString("16,Part No."));
+    QCOMPARE(ini.value("Printer", "T1"), QString("14,Area"));
+    QCOMPARE(ini.value("Printer", "SPE"), QString("11,Ext Sell"));
+    QCOMPARE(ini.value("Printer", "ED"), QString("60,")); // not in the job: built-in, no label
+    QCOMPARE(context.fieldLengths.label("QT"), QString("Quantity"));
+    QCOMPARE(context.job.fieldLengths(FieldLengths::builtIn()).length("QT"), 8);
+
+    // The body's caption row follows at once.
+    ReportJob report(context, ReportJob::selectionFromJobFile(context), prompter);
+    PageEngine engine;
+    report.run(engine);
+    const QByteArray pages = displayListJsonText(engine);
+    QVERIFY(pages.contains("\"Quantity\""));
+    QVERIFY(!pages.contains("\"Qty\""));
 }
 
 TAVREL_TEST(FieldLengthEditorTest)

@@ -50,6 +50,7 @@ struct Fixture {
         context.paths.pdfFolder = folder + "/PDF";
         testsupport::writeBytes(context.paths.jobFile,
                                 "[Printer]\r\nTemplate Directory=" + folder.toUtf8() + "\r\n");
+        context.job = JobFile::load(context.paths.jobFile);
     }
     QString templatePath(const char *name) const {
         return QDir(context.paths.templateFolder).filePath(name);

@@ -20,7 +20,7 @@ frmCustomLayout *DesignerSession::open(AppContext &context, Prompter &prompter,
                                        const QString &templatePath) {
     auto *session = new DesignerSession(context, prompter);
     DesignerEnvironment environment;
-    environment.jobFile = context.paths.jobFile;
+    environment.job = &context.job;
     environment.templateFolder = context.paths.templateFolder;
     environment.documentName = context.paths.activeDocumentName;
     environment.marginLeft = context.margins.left;

@@ -1,11 +1,10 @@
 #include "shell/ui/frmMenu.h"
 
 #include "base/ErrorReport.h"
-#include "base/IniFile.h"
 #include "base/Prompter.h"
+#include "base/RuntimeError.h"
 #include "shell/AppContext.h"
 #include "shell/JobPaths.h"
-#include "shell/SettingsStore.h"
 #include "shell/ui/ReportActions.h"
 #include "shell/ui/ShutDown.h"
 #include "templates/GroupFile.h"
@@ -35,20 +34,6 @@ namespace {
 
 constexpr std::array<TemplateKind, 3> rowKinds = {TemplateKind::Cover, TemplateKind::Custom,
                                                   TemplateKind::Summary};
-
-const std::array<QString, 3> &templateKeys() {
-    static const std::array<QString, 3> keys = {QStringLiteral("Cover Template"),
-                                                QStringLiteral("Body Template"),
-                                                QStringLiteral("Summary Template")};
-    return keys;
-}
-
-const std::array<QString, 3> &printableKeys() {
-    static const std::array<QString, 3> keys = {QStringLiteral("Cover Printable"),
-                                                QStringLiteral("Body Printable"),
-                                                QStringLiteral("Summary Printable")};
-    return keys;
-}
 
 FileDialogRequest openTemplateDialog(int row, const QString &folder) {
     static const std::array<const char *, 3> titles = {"   Load Cover PageLayout Template...",
@@ -91,14 +76,10 @@ frmMenu::frmMenu(AppContext &context, Prompter &prompter, ReportActions &actions
     buildUi();
     fillTemplateLists();
 
-    const PrintState state = PrintSelection::read(m_context.paths.jobFile, m_templateDirectory);
-    const std::array<QString, 3> paths = {state.coverTemplate, state.bodyTemplate,
-                                          state.summaryTemplate};
-    const std::array<QString, 3> flags = {state.coverPrintable, state.bodyPrintable,
-                                          state.summaryPrintable};
-    for (int row = 0; row < 3; ++row) {
-        selectTemplate(row, resolved(paths[std::size_t(row)]));
-        m_printable[std::size_t(row)]->setChecked(flags[std::size_t(row)] == QLatin1String("1"));
+    const ReportSelection stored = m_context.job.reportSelection(m_templateDirectory);
+    for (std::size_t row = 0; row < ReportSelection::Rows; ++row) {
+        selectTemplate(int(row), resolved(stored.templates[row]));
+        m_printable[row]->setChecked(stored.isPrintable(row));
     }
 
     const QSettings settings;
@@ -241,6 +222,14 @@ void frmMenu::selectTemplate(int row, const QString &path) {
     combo->setCurrentIndex(index);
 }
 
+ReportSelection frmMenu::reportSelection(const MenuSelection &menu) {
+    ReportSelection selection;
+    selection.templates = menu.templates;
+    for (std::size_t row = 0; row < ReportSelection::Rows; ++row)
+        selection.printable[row] = ReportSelection::flag(menu.printable[row]);
+    return selection;
+}
+
 MenuSelection frmMenu::selection() const {
     MenuSelection s;
     for (std::size_t row = 0; row < 3; ++row) {
@@ -307,9 +296,8 @@ void frmMenu::loadGroup() {
         if (answer != MessageAnswer::Yes)
             return;
     }
-    const std::optional<QString> path = m_prompter.openFile(GroupFile::openDialog(
-        ReadIniValue(SettingsStore::printerSection(), QStringLiteral("Template Directory"),
-                     m_context.paths.jobFile)));
+    const std::optional<QString> path =
+        m_prompter.openFile(GroupFile::openDialog(m_context.job.templateDirectory()));
     if (!path)
         return;
     if (!isGroupPath(*path)) {
@@ -317,14 +305,10 @@ void frmMenu::loadGroup() {
         return;
     }
     try {
-        const TemplateGroup group = GroupFile::read(*path);
-        const std::array<qint16, 3> flags = {group.coverPrintable, group.bodyPrintable,
-                                             group.summaryPrintable};
-        const std::array<QString, 3> paths = {group.coverTemplate, group.bodyTemplate,
-                                              group.summaryTemplate};
-        for (int row = 0; row < 3; ++row) {
-            m_printable[std::size_t(row)]->setChecked(flags[std::size_t(row)] != 0);
-            selectTemplate(row, PrintSelection::localPath(paths[std::size_t(row)]));
+        const ReportSelection group = GroupFile::read(*path);
+        for (std::size_t row = 0; row < ReportSelection::Rows; ++row) {
+            m_printable[row]->setChecked(group.isPrintable(row));
+            selectTemplate(int(row), PrintSelection::localPath(group.templates[row]));
         }
         m_loadedGroup = *path;
         m_loadGroup->setToolTip(GroupFile::loadedToolTip(*path));
@@ -339,20 +323,12 @@ void frmMenu::saveGroup() {
         warn(GroupFile::nothingToGroupMessage());
         return;
     }
-    const std::optional<QString> path = m_prompter.saveFile(GroupFile::saveDialog(
-        ReadIniValue(SettingsStore::printerSection(), QStringLiteral("Template Directory"),
-                     m_context.paths.jobFile)));
+    const std::optional<QString> path =
+        m_prompter.saveFile(GroupFile::saveDialog(m_context.job.templateDirectory()));
     if (!path)
         return;
-    TemplateGroup group;
-    group.coverPrintable = s.printable[0] ? 1 : 0;
-    group.bodyPrintable = s.printable[1] ? 1 : 0;
-    group.summaryPrintable = s.printable[2] ? 1 : 0;
-    group.coverTemplate = s.templates[0];
-    group.bodyTemplate = s.templates[1];
-    group.summaryTemplate = s.templates[2];
     try {
-        GroupFile::write(*path, group);
+        GroupFile::write(*path, reportSelection(s));
         m_prompter.status(QStringLiteral("Saved ") + *path);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Save Group."), error);
@@ -366,7 +342,7 @@ void frmMenu::saveAsDefault() {
         warn(refusal);
         return;
     }
-    QList<QPair<QString, QString>> keys;
+    std::array<bool, 3> templateRows{};
     for (std::size_t row = 0; row < 3; ++row) {
         const QString &path = s.templates[row];
         if (path.isEmpty())
@@ -377,12 +353,10 @@ void frmMenu::saveAsDefault() {
                                MessageAnswer::Ok);
             continue;
         }
-        keys.append({templateKeys()[row], path});
+        templateRows[row] = true;
     }
-    for (std::size_t row = 0; row < 3; ++row)
-        keys.append({printableKeys()[row], IniBoolText(s.printable[row])});
     try {
-        IniFile::write(m_context.paths.jobFile, SettingsStore::printerSection(), keys);
+        m_context.job.writeSelection(reportSelection(s), templateRows);
         m_prompter.status(QStringLiteral("The template choice is saved as the default."));
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Save As Default."), error);
@@ -447,8 +421,11 @@ void frmMenu::exportPdf() {
 }
 
 void frmMenu::openDesigner(int row) {
-    WriteIniValue(SettingsStore::printerSection(), QStringLiteral("PageLayout"),
-                  QString::number(row + 1), m_context.paths.jobFile);
+    try {
+        m_context.job.writePageLayout(row + 1);
+    } catch (const RuntimeError &) {
+        // Ignored: the designer opens all the same; only the remembered kind is lost.
+    }
     const QString chosen = m_templates[std::size_t(row)]->currentData().toString();
     if (chosen.isEmpty()) {
         m_actions.openDesigner(row, QStringLiteral("Untitled") +

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/MenuChecks.h"
+#include "templates/ReportSelection.h"
 
 #include <QMainWindow>
 
@@ -34,6 +35,7 @@ public:
     bool dispatch(const QString &command);
 
     MenuSelection selection() const;
+    static ReportSelection reportSelection(const MenuSelection &menu);
     QComboBox *templateList(int row) const { return m_templates[std::size_t(row)]; }
     QCheckBox *printableBox(int row) const { return m_printable[std::size_t(row)]; }
     QToolButton *loadGroupButton() const { return m_loadGroup; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/ui/CommandTable.h"
 #include "designer/DesignerDocument.h"
 #include "templates/TemplateKind.h"
 
@@ -45,8 +46,9 @@ struct DesignerEnvironment {
     FieldLengths *fieldLengths = nullptr; // for the field length editor; none: command does nothing
 };
 
-// The page designer window: one template of one kind at a time. Menus, tool bars, shortcuts,
-// pop-up menus and tests all reach its commands through dispatch().
+// The page designer window: one template of one kind at a time. Its commands are one table
+// (frmCustomLayoutCommandTable.cpp, frmCustomLayoutToolCommands.cpp) that builds the menus,
+// tool bars and pop-up menus; shortcuts, tools and tests all reach them through dispatch().
 class frmCustomLayout : public QMainWindow {
     Q_OBJECT
 
@@ -69,7 +71,8 @@ public:
     PropertyPanel *propertyPanel() const { return m_properties; }
     LivePreviewPane *livePreview() const { return m_livePreview; }
     QDockWidget *livePreviewDock() const { return m_previewDock; }
-    QAction *action(const QString &command) const { return m_actions.value(command); }
+    QAction *action(const QString &command) const { return m_commands.action(command); }
+    const CommandTable &commands() const { return m_commands; }
     QMenu *popupMenu(const QString &name) const;
     QToolButton *lineTool() const { return m_lineTool; }
     QToolButton *rectangleTool() const { return m_rectTool; }
@@ -89,10 +92,23 @@ protected:
 private:
     // Window building (frmCustomLayout.cpp).
     void buildUi();
+
+    // The command table (frmCustomLayoutCommandTable.cpp, frmCustomLayoutToolCommands.cpp).
+    void buildCommands();
+    void addFileCommands();
+    void addEditCommands();
+    void addFormatCommands();
+    void addAlignCommands();
+    void addToolCommands();
+    void addWindowCommands();
+    static const QStringList &standardSizes();
+    static bool isUserSize(const QString &size);
+
+    // Menus and tool bars from the table (frmCustomLayoutMenus.cpp).
     void buildMenus();
     void buildToolBars();
-    QAction *addCommand(QMenu *menu, const QString &command, const QString &text,
-                        const QKeySequence &shortcut = {});
+    QMenu *addMenu(QMenu *parent, const QString &title, const QString &command);
+
     void updateCaption();
     void updateChecks();
     void updateWarning();
@@ -101,9 +117,13 @@ private:
     void loadRememberedChoices();
 
     // Commands (frmCustomLayoutCommands.cpp).
-    bool dispatchFormat(const QString &command);
-    bool dispatchElements(const QString &command);
-    bool dispatchSizes(const QString &command);
+    enum class FontStyle { Bold, Italic, Underline };
+    void setFontFromTool();
+    void setFontSizeFromTool();
+    void toggleFontStyle(FontStyle style);
+    void selectAllBoxes();
+    void alignText(qint32 align); // a TextAlign code
+    void toggleDisplayLabel();
     void editSelectedBoxes(const QString &text, const std::function<void(BoxInfo &)> &edit,
                            bool skipPictures = false);
     void chooseFont();
@@ -117,6 +137,7 @@ private:
     void setImageSize(const QString &size);
     void askUserSize(bool logo);
     void togglePreference(DesignerSwitch which);
+    bool preferenceOn(DesignerSwitch which) const;
     // Remembers a drawing choice in the job; a failed write is reported and the choice stays.
     void remember(const std::function<void(JobFile &)> &write);
     void copyBoxes();
@@ -157,7 +178,7 @@ private:
     PropertyPanel *m_properties = nullptr;
     LivePreviewPane *m_livePreview = nullptr;
     QDockWidget *m_previewDock = nullptr;
-    QHash<QString, QAction *> m_actions;
+    CommandTable m_commands{this};
     QMenu *m_popRectangle = nullptr;
     QMenu *m_popLine = nullptr;
     QMenu *m_popBox = nullptr;

@@ -7,6 +7,7 @@
 #include "designer/DesignerActions.h"
 #include "designer/LivePreviewPane.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QDockWidget>
 #include <QFontComboBox>
@@ -16,210 +17,71 @@ namespace tavrel {
 
 namespace {
 
-const QStringList &standardSizes() {
-    static const QStringList sizes{QStringLiteral("25%"), QStringLiteral("50%"),
-                                   QStringLiteral("75%"), QStringLiteral("100%")};
-    return sizes;
-}
-
 bool isPictureCaption(const QString &caption) {
     return caption == QLatin1String("Image") || caption == QLatin1String("Complete");
 }
 
 } // namespace
 
-bool frmCustomLayout::dispatch(const QString &command) {
-    if (command == QLatin1String("mnuAbout"))
-        m_designerActions.about();
-    else if (command == QLatin1String("mnuHelpTopic"))
-        m_designerActions.help();
-    else if (dispatchFormat(command))
-        return true;
-    else if (command == QLatin1String("mnuPrintPreview"))
-        previewOrPrint(false);
-    else if (command == QLatin1String("mnuPrint"))
-        previewOrPrint(true);
-    else if (command == QLatin1String("mnuOpen"))
-        openTemplate();
-    else if (command == QLatin1String("mnuNew"))
-        newTemplate();
-    else if (command == QLatin1String("mnuFile") || command == QLatin1String("mnuTool") ||
-             command == QLatin1String("mnuPreference") || command == QLatin1String("mnuView"))
-        updateChecks();
-    else if (command == QLatin1String("mnuViewLivePreview"))
-        m_previewDock->setVisible(!m_previewDock->isVisible());
-    else if (command == QLatin1String("mnuRefreshPreview"))
-        m_livePreview->refresh();
-    else if (command == QLatin1String("mnuSave"))
-        saveTemplate();
-    else if (command == QLatin1String("mnuSaveAs"))
-        saveTemplateAs();
-    else if (command == QLatin1String("mnuExit"))
-        close();
-    else if (command == QLatin1String("mnuShowLabel"))
-        togglePreference(DesignerSwitch::ShowLabel);
-    else if (command == QLatin1String("mnuShowColor"))
-        togglePreference(DesignerSwitch::ShowColor);
-    else if (command == QLatin1String("mnuSubTotalOptions"))
-        togglePreference(DesignerSwitch::ShowSubTotalOptions);
-    else if (command == QLatin1String("mnuCopyHeaderFooter"))
-        copyHeaderFooter();
-    else if (command == QLatin1String("mnuFieldLength"))
-        openFieldLengths();
-    else if (dispatchElements(command) || dispatchSizes(command))
-        return true;
-    else if (command == QLatin1String("mnuUndo"))
-        m_document.undoStack().undo();
-    else if (command == QLatin1String("mnuRedo"))
-        m_document.undoStack().redo();
-    else if (command == QLatin1String("mnuCopy"))
-        copyBoxes();
-    else if (command == QLatin1String("mnuPaste"))
-        pasteBoxes(false);
-    else if (command == QLatin1String("mnuDuplicate"))
-        pasteBoxes(true);
-    else
-        return false;
-    return true;
+void frmCustomLayout::setFontFromTool() {
+    const QString name = m_fontName->currentFont().family();
+    editSelectedBoxes(
+        QStringLiteral("Font"), [&](BoxInfo &box) { box.fontName = name; }, true);
 }
 
-bool frmCustomLayout::dispatchFormat(const QString &command) {
-    if (command == QLatin1String("mnuFont")) {
-        chooseFont();
-    } else if (command == QLatin1String("mnuFontName")) {
-        const QString name = m_fontName->currentFont().family();
+void frmCustomLayout::setFontSizeFromTool() {
+    const qint16 size = qint16(std::clamp(m_fontSize->currentText().toInt(), 1, 400));
+    editSelectedBoxes(
+        QStringLiteral("Font Size"), [&](BoxInfo &box) { box.fontSize = size; }, true);
+}
+
+void frmCustomLayout::toggleFontStyle(FontStyle style) {
+    const QList<int> &picked = m_document.selection().boxes;
+    if (picked.isEmpty())
+        return;
+    // The reference box decides whether the attribute goes on or off for all.
+    const BoxInfo &reference = m_document.layout().box(picked.first());
+    switch (style) {
+    case FontStyle::Bold: {
+        const bool on = !reference.fontBold;
         editSelectedBoxes(
-            QStringLiteral("Font"), [&](BoxInfo &box) { box.fontName = name; }, true);
-    } else if (command == QLatin1String("mnuFontSize")) {
-        const qint16 size = qint16(std::clamp(m_fontSize->currentText().toInt(), 1, 400));
+            QStringLiteral("Bold"), [&](BoxInfo &b) { b.fontBold = on; }, true);
+        break;
+    }
+    case FontStyle::Italic: {
+        const bool on = !reference.fontItalic;
         editSelectedBoxes(
-            QStringLiteral("Font Size"), [&](BoxInfo &box) { box.fontSize = size; }, true);
-    } else if (command == QLatin1String("mnuFontBold") ||
-               command == QLatin1String("mnuFontItalic") ||
-               command == QLatin1String("mnuFontUnderline")) {
-        const QList<int> &picked = m_document.selection().boxes;
-        if (picked.isEmpty())
-            return true;
-        // The reference box decides whether the attribute goes on or off for all.
-        const BoxInfo &reference = m_document.layout().box(picked.first());
-        if (command == QLatin1String("mnuFontBold")) {
-            const bool on = !reference.fontBold;
-            editSelectedBoxes(
-                QStringLiteral("Bold"), [&](BoxInfo &b) { b.fontBold = on; }, true);
-        } else if (command == QLatin1String("mnuFontItalic")) {
-            const bool on = !reference.fontItalic;
-            editSelectedBoxes(
-                QStringLiteral("Italic"), [&](BoxInfo &b) { b.fontItalic = on; }, true);
-        } else {
-            const bool on = !reference.fontUnderLine;
-            editSelectedBoxes(
-                QStringLiteral("Underline"), [&](BoxInfo &b) { b.fontUnderLine = on; }, true);
-        }
-    } else if (command == QLatin1String("mnuForeColor")) {
-        chooseColor(false);
-    } else if (command == QLatin1String("mnuBackColor")) {
-        chooseColor(true);
-    } else if (command == QLatin1String("mnuSelectAll")) {
-        QList<int> picked;
-        for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
-            if (m_document.layout().box(slot).placed)
-                picked.append(slot);
-        }
-        m_document.selectBoxes(picked);
-    } else if (command == QLatin1String("mnuLeftJustify")) {
-        editSelectedBoxes(QStringLiteral("Align Text"),
-                          [](BoxInfo &b) { b.textAlign = TextAlign::Left; });
-    } else if (command == QLatin1String("mnuCenterJustify")) {
-        editSelectedBoxes(QStringLiteral("Align Text"),
-                          [](BoxInfo &b) { b.textAlign = TextAlign::Center; });
-    } else if (command == QLatin1String("mnuRightJustify")) {
-        editSelectedBoxes(QStringLiteral("Align Text"),
-                          [](BoxInfo &b) { b.textAlign = TextAlign::Right; });
-    } else if (command == QLatin1String("mnuJustify")) {
-        editSelectedBoxes(QStringLiteral("Align Text"),
-                          [](BoxInfo &b) { b.textAlign = TextAlign::Justify; });
-    } else {
-        return false;
+            QStringLiteral("Italic"), [&](BoxInfo &b) { b.fontItalic = on; }, true);
+        break;
     }
-    return true;
+    case FontStyle::Underline: {
+        const bool on = !reference.fontUnderLine;
+        editSelectedBoxes(
+            QStringLiteral("Underline"), [&](BoxInfo &b) { b.fontUnderLine = on; }, true);
+        break;
+    }
+    }
 }
 
-bool frmCustomLayout::dispatchElements(const QString &command) {
-    static const QHash<QString, AlignCommand> alignments{
-        {QStringLiteral("mnuLefts"), AlignCommand::Lefts},
-        {QStringLiteral("mnuRights"), AlignCommand::Rights},
-        {QStringLiteral("mnuTops"), AlignCommand::Tops},
-        {QStringLiteral("mnuBottoms"), AlignCommand::Bottoms},
-        {QStringLiteral("mnuWidth"), AlignCommand::Width},
-        {QStringLiteral("mnuHeight"), AlignCommand::Height},
-        {QStringLiteral("mnuBoth"), AlignCommand::Both},
-        {QStringLiteral("mnuSameColor"), AlignCommand::SameColor}};
-    static const QHash<QString, LineStyle> styles{
-        {QStringLiteral("mnuSolid"), LineStyle::Solid},
-        {QStringLiteral("mnuDash"), LineStyle::Dash},
-        {QStringLiteral("mnuDot"), LineStyle::Dot},
-        {QStringLiteral("mnuDashDot"), LineStyle::DashDot},
-        {QStringLiteral("mnuDashDotDot"), LineStyle::DashDotDot}};
-    if (alignments.contains(command))
-        alignBoxes(alignments.value(command));
-    else if (styles.contains(command))
-        setLineStyle(styles.value(command));
-    else if (command == QLatin1String("mnuUndoAlign"))
-        undoAlign();
-    else if (command == QLatin1String("mnuDeleteBox"))
-        deleteBoxes();
-    else if (command == QLatin1String("mnuDisplayLabel")) {
-        const QList<int> &picked = m_document.selection().boxes;
-        if (picked.isEmpty())
-            return true;
-        const bool on = !m_document.layout().box(picked.first()).displayLabel;
-        editSelectedBoxes(QStringLiteral("Print Label"), [&](BoxInfo &b) { b.displayLabel = on; });
-    } else if (command == QLatin1String("mnuEditNotes"))
-        editNotes();
-    else if (command == QLatin1String("mnuEditLogo"))
-        editLogo();
-    else if (command == QLatin1String("mnuRectangleColor"))
-        chooseRectangleColor();
-    else if (command == QLatin1String("mnuCopyRectangle"))
-        copyRectangle();
-    else if (command == QLatin1String("mnuPastRectangle"))
-        pasteRectangle();
-    else if (command == QLatin1String("mnuDeleteRectangle"))
-        deleteRectangle();
-    else if (command == QLatin1String("mnuClearAllRectangle"))
-        clearAllRectangles();
-    else if (command == QLatin1String("mnuBorderColor"))
-        chooseLineColor();
-    else if (command == QLatin1String("mnuDeleteLine"))
-        deleteLine();
-    else if (command == QLatin1String("mnuClearAllLine"))
-        clearAllLines();
-    else
-        return false;
-    return true;
+void frmCustomLayout::selectAllBoxes() {
+    QList<int> picked;
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
+        if (m_document.layout().box(slot).placed)
+            picked.append(slot);
+    }
+    m_document.selectBoxes(picked);
 }
 
-bool frmCustomLayout::dispatchSizes(const QString &command) {
-    for (const QString &size : standardSizes()) {
-        const QString number = size.chopped(1);
-        if (command == QStringLiteral("mnuLogo") + number) {
-            setLogoSize(size);
-            return true;
-        }
-        if (command == QStringLiteral("mnuImg") + number) {
-            setImageSize(size);
-            return true;
-        }
-    }
-    if (command == QLatin1String("mnuUserDefine"))
-        askUserSize(true);
-    else if (command == QLatin1String("mnuUserDefinedImg"))
-        askUserSize(false);
-    else if (command == QLatin1String("mnuImgSize") || command == QLatin1String("mnuImageSize"))
-        updateChecks();
-    else
-        return false;
-    return true;
+void frmCustomLayout::alignText(qint32 align) {
+    editSelectedBoxes(QStringLiteral("Align Text"), [align](BoxInfo &b) { b.textAlign = align; });
+}
+
+void frmCustomLayout::toggleDisplayLabel() {
+    const QList<int> &picked = m_document.selection().boxes;
+    if (picked.isEmpty())
+        return;
+    const bool on = !m_document.layout().box(picked.first()).displayLabel;
+    editSelectedBoxes(QStringLiteral("Print Label"), [&](BoxInfo &b) { b.displayLabel = on; });
 }
 
 void frmCustomLayout::editSelectedBoxes(const QString &text,
@@ -382,10 +244,7 @@ void frmCustomLayout::askUserSize(bool logo) {
 
 void frmCustomLayout::togglePreference(DesignerSwitch which) {
     if (m_environment.job) {
-        const DesignerPreferences prefs = m_environment.job->designerPreferences();
-        const bool current = which == DesignerSwitch::ShowLabel   ? prefs.showLabel
-                             : which == DesignerSwitch::ShowColor ? prefs.showColor
-                                                                  : prefs.showSubTotalOptions;
+        const bool current = preferenceOn(which);
         remember([which, current](JobFile &job) { job.writeDesignerSwitch(which, !current); });
     }
     updateChecks();
@@ -401,54 +260,26 @@ void frmCustomLayout::remember(const std::function<void(JobFile &)> &write) {
     }
 }
 
-void frmCustomLayout::updateChecks() {
-    const auto check = [this](const char *command, bool on) {
-        if (QAction *action = m_actions.value(QLatin1String(command)))
-            action->setChecked(on);
-    };
-    const OtherInfo &other = m_document.layout().other;
-    check("mnuLogo25", other.logoSize == QLatin1String("25%"));
-    check("mnuLogo50", other.logoSize == QLatin1String("50%"));
-    check("mnuLogo75", other.logoSize == QLatin1String("75%"));
-    check("mnuLogo100", other.logoSize == QLatin1String("100%"));
-    const bool userLogo = !other.logoSize.isEmpty() && !standardSizes().contains(other.logoSize);
-    check("mnuUserDefine", userLogo);
-    m_actions.value(QStringLiteral("mnuUserDefine"))
-        ->setText(userLogo ? QStringLiteral("User Define ") + other.logoSize
-                           : QStringLiteral("User Define..."));
-    check("mnuImg25", other.imageSize == QLatin1String("25%"));
-    check("mnuImg50", other.imageSize == QLatin1String("50%"));
-    check("mnuImg75", other.imageSize == QLatin1String("75%"));
-    check("mnuImg100", other.imageSize == QLatin1String("100%"));
-    const bool userImage = !other.imageSize.isEmpty() && !standardSizes().contains(other.imageSize);
-    check("mnuUserDefinedImg", userImage);
-    m_actions.value(QStringLiteral("mnuUserDefinedImg"))
-        ->setText(userImage ? QStringLiteral("User Define ") + other.imageSize
-                            : QStringLiteral("User Define..."));
+bool frmCustomLayout::preferenceOn(DesignerSwitch which) const {
     const DesignerPreferences prefs =
         m_environment.job ? m_environment.job->designerPreferences() : DesignerPreferences();
-    check("mnuShowLabel", prefs.showLabel);
-    check("mnuShowColor", prefs.showColor);
-    check("mnuSubTotalOptions", prefs.showSubTotalOptions);
-    check("mnuViewLivePreview", m_previewDock && m_previewDock->isVisible());
-    check("mnuSolid", m_lineStyle == qint16(LineStyle::Solid));
-    check("mnuDash", m_lineStyle == qint16(LineStyle::Dash));
-    check("mnuDot", m_lineStyle == qint16(LineStyle::Dot));
-    check("mnuDashDot", m_lineStyle == qint16(LineStyle::DashDot));
-    check("mnuDashDotDot", m_lineStyle == qint16(LineStyle::DashDotDot));
+    return which == DesignerSwitch::ShowLabel   ? prefs.showLabel
+           : which == DesignerSwitch::ShowColor ? prefs.showColor
+                                                : prefs.showSubTotalOptions;
+}
 
-    const DesignerSelection &selection = m_document.selection();
-    const bool boxes = !selection.boxes.isEmpty();
-    const bool several = selection.boxes.size() > 1;
-    check("mnuDisplayLabel",
-          boxes && m_document.layout().box(selection.boxes.first()).displayLabel);
-    for (const char *command : {"mnuLefts", "mnuRights", "mnuTops", "mnuBottoms", "mnuWidth",
-                                "mnuHeight", "mnuBoth", "mnuSameColor"})
-        m_actions.value(QLatin1String(command))->setEnabled(several);
-    m_actions.value(QStringLiteral("mnuUndoAlign"))
-        ->setEnabled(!m_document.lastAlignment().isEmpty());
-    m_actions.value(QStringLiteral("mnuUndo"))->setEnabled(m_document.undoStack().canUndo());
-    m_actions.value(QStringLiteral("mnuRedo"))->setEnabled(m_document.undoStack().canRedo());
+void frmCustomLayout::updateChecks() {
+    m_commands.refresh();
+    // A size of the user's own shows in its item.
+    const OtherInfo &other = m_document.layout().other;
+    const auto userText = [](const QString &size) {
+        return isUserSize(size) ? QStringLiteral("User Define ") + size
+                                : QStringLiteral("User Define...");
+    };
+    if (QAction *logo = m_commands.action(QStringLiteral("mnuUserDefine")))
+        logo->setText(userText(other.logoSize));
+    if (QAction *image = m_commands.action(QStringLiteral("mnuUserDefinedImg")))
+        image->setText(userText(other.imageSize));
 }
 
 void frmCustomLayout::copyBoxes() {

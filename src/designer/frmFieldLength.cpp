@@ -79,10 +79,19 @@ void frmFieldLength::buildUi() {
         buttons->addButton(QStringLiteral("&Default"), QDialogButtonBox::ResetRole);
     defaults->setObjectName(QStringLiteral("cmdDefault"));
     defaults->setToolTip(QStringLiteral("Restore the built-in lengths"));
-    connect(ok, &QPushButton::clicked, this, [this] { dispatch(QStringLiteral("cmdOK")); });
-    connect(cancel, &QPushButton::clicked, this, [this] { dispatch(QStringLiteral("cmdCancel")); });
-    connect(defaults, &QPushButton::clicked, this,
-            [this] { dispatch(QStringLiteral("cmdDefault")); });
+    // The buttons are the box's own; the table only names what they do.
+    const auto command = [this](QPushButton *button, std::function<void()> run) {
+        CommandTable::Command c;
+        c.name = button->objectName();
+        c.run = std::move(run);
+        c.hasAction = false;
+        m_commands.add(std::move(c));
+        const QString name = button->objectName();
+        connect(button, &QPushButton::clicked, this, [this, name] { m_commands.trigger(name); });
+    };
+    command(ok, [this] { accept(); });
+    command(cancel, [this] { reject(); });
+    command(defaults, [this] { restoreDefaults(); });
     layout->addWidget(buttons);
     resize(620, 560);
 }
@@ -95,15 +104,7 @@ void frmFieldLength::fill() {
 }
 
 bool frmFieldLength::dispatch(const QString &command) {
-    if (command == QLatin1String("cmdOK"))
-        accept();
-    else if (command == QLatin1String("cmdCancel"))
-        reject();
-    else if (command == QLatin1String("cmdDefault"))
-        restoreDefaults();
-    else
-        return false;
-    return true;
+    return m_commands.dispatch(command);
 }
 
 void frmFieldLength::accept() {

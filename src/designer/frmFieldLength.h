@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/ui/CommandTable.h"
 #include "spec/FieldLengths.h"
 
 #include <QDialog>
@@ -26,6 +27,7 @@ public:
 
     // "cmdOK", "cmdCancel", "cmdDefault"; false for an unknown command.
     bool dispatch(const QString &command);
+    const CommandTable &commands() const { return m_commands; }
 
     QLineEdit *lengthBox(const QString &code) const { return m_lengthBoxes.value(code); }
     QLineEdit *labelBox(const QString &code) const { return m_labelBoxes.value(code); }
@@ -41,6 +43,7 @@ private:
     Prompter &m_prompter;
     QHash<QString, QLineEdit *> m_lengthBoxes;
     QHash<QString, QLineEdit *> m_labelBoxes;
+    CommandTable m_commands{this};
 };
 
 } // namespace tavrel

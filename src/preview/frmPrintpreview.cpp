@@ -5,8 +5,6 @@
 #include "preview/frmFind.h"
 #include "render/PageEngine.h"
 
-#include <QAction>
-#include <QActionGroup>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDate>
@@ -14,18 +12,15 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
-#include <QMenuBar>
 #include <QRegularExpressionValidator>
 #include <QScreen>
 #include <QSettings>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QStatusBar>
-#include <QStyle>
 #include <QTime>
 #include <QTimer>
 #include <QToolBar>
-#include <QToolButton>
 
 #include <cmath>
 
@@ -70,7 +65,7 @@ frmPrintpreview::frmPrintpreview(PageEngine &engine, Prompter &prompter, Preview
     m_thumbnailDock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
     addDockWidget(Qt::LeftDockWidgetArea, m_thumbnailDock);
 
-    buildActions();
+    buildCommands();
     buildMenus();
     buildToolBar();
     buildStatusBar();
@@ -84,13 +79,14 @@ frmPrintpreview::frmPrintpreview(PageEngine &engine, Prompter &prompter, Preview
         updateZoomTools(m_zoomModeText);
     });
     connect(m_view, &PageView::zoomStepRequested, this, [this](int direction) {
-        dispatch(direction > 0 ? QStringLiteral("mnuZoomIn") : QStringLiteral("mnuZoomOut"));
+        m_commands.trigger(direction > 0 ? QStringLiteral("mnuZoomIn")
+                                         : QStringLiteral("mnuZoomOut"));
     });
     connect(m_view, &PageView::pageActivated, this, [this](int page) {
         // A double click in a view of many pages opens that page.
         if (m_zoom.mode() == ZoomMode::Thumbnail || m_zoom.mode() == ZoomMode::TwoPages) {
             m_view->showPage(page);
-            dispatch(QStringLiteral("mnuWholePage"));
+            m_commands.trigger(QStringLiteral("mnuWholePage"));
         }
     });
     connect(m_view, &PageView::engineOutOfStep, this, &frmPrintpreview::pollEngine);
@@ -113,171 +109,6 @@ frmPrintpreview::frmPrintpreview(PageEngine &engine, Prompter &prompter, Preview
 
 frmPrintpreview::~frmPrintpreview() {
     m_engine.removeNewPageListener(m_listenerId);
-}
-
-QAction *frmPrintpreview::addCommand(const QString &command, const QString &text,
-                                     const QString &shortcut, const QString &tip) {
-    auto *action = new QAction(text, this);
-    action->setObjectName(command);
-    if (!shortcut.isEmpty())
-        action->setShortcut(QKeySequence(shortcut));
-    action->setToolTip(shortcut.isEmpty()
-                           ? tip
-                           : tip + QStringLiteral(" (") +
-                                 QKeySequence(shortcut).toString(QKeySequence::NativeText) +
-                                 QLatin1Char(')'));
-    action->setStatusTip(tip);
-    connect(action, &QAction::triggered, this, [this, command] { dispatch(command); });
-    addAction(action);
-    return action;
-}
-
-void frmPrintpreview::buildActions() {
-    const auto icon = [this](QStyle::StandardPixmap pixmap) {
-        return style()->standardIcon(pixmap);
-    };
-    addCommand(QStringLiteral("mnuPrint"), QStringLiteral("&Print"), QStringLiteral("Ctrl+P"),
-               QStringLiteral("Print the report"));
-    addCommand(QStringLiteral("mnuViewPDF"), QStringLiteral("Save as P&DF..."), QString(),
-               QStringLiteral("Save the report as a PDF file"));
-    addCommand(QStringLiteral("mnuHTML"), QStringLiteral("Export &HTML"), QString(),
-               QStringLiteral("Export the report as HTML pages and open them"));
-    addCommand(QStringLiteral("mnuRTF"), QStringLiteral("Export &RTF"), QString(),
-               QStringLiteral("Export the report as an RTF document and open it"));
-    addCommand(QStringLiteral("mnuExit"), QStringLiteral("&Close Preview"), QStringLiteral("Esc"),
-               QStringLiteral("Close the preview"));
-    addCommand(QStringLiteral("mnuViewFirst"), QStringLiteral("&First Page"),
-               QStringLiteral("Home"), QStringLiteral("First page"))
-        ->setIcon(icon(QStyle::SP_MediaSkipBackward));
-    addCommand(QStringLiteral("mnuViewPrevious"), QStringLiteral("&Previous Page"),
-               QStringLiteral("PgUp"), QStringLiteral("Previous page"))
-        ->setIcon(icon(QStyle::SP_MediaSeekBackward));
-    addCommand(QStringLiteral("mnuViewNext"), QStringLiteral("&Next Page"),
-               QStringLiteral("PgDown"), QStringLiteral("Next page"))
-        ->setIcon(icon(QStyle::SP_MediaSeekForward));
-    addCommand(QStringLiteral("mnuViewLast"), QStringLiteral("&Last Page"), QStringLiteral("End"),
-               QStringLiteral("Last page"))
-        ->setIcon(icon(QStyle::SP_MediaSkipForward));
-    addCommand(QStringLiteral("mnuFindText"), QStringLiteral("&Find..."), QStringLiteral("Ctrl+F"),
-               QStringLiteral("Find text in the report"));
-    addCommand(QStringLiteral("mnuWholePage"), QStringLiteral("&Whole Page"), QString(),
-               QStringLiteral("Show whole pages"));
-    addCommand(QStringLiteral("mnuPageWidth"), QStringLiteral("Page &Width"), QString(),
-               QStringLiteral("Fit the page width to the window"));
-    addCommand(QStringLiteral("mnuTwopages"), QStringLiteral("&Two Pages"), QString(),
-               QStringLiteral("Show two pages side by side"));
-    addCommand(QStringLiteral("mnuThumb"), QStringLiteral("T&humbnails"), QString(),
-               QStringLiteral("Show many small pages"));
-    addCommand(QStringLiteral("mnuStretch"), QStringLiteral("&Stretch"), QString(),
-               QStringLiteral("Stretch the page to fill the window"));
-    addCommand(QStringLiteral("mnuZoomIn"), QStringLiteral("Zoom &In"), QStringLiteral("Ctrl++"),
-               QStringLiteral("Zoom in"));
-    addCommand(QStringLiteral("mnuZoomOut"), QStringLiteral("Zoom &Out"), QStringLiteral("Ctrl+-"),
-               QStringLiteral("Zoom out"));
-    // Ctrl+= is Ctrl++ without Shift on most keyboards.
-    action(QStringLiteral("mnuZoomIn"))
-        ->setShortcuts(
-            {QKeySequence(QStringLiteral("Ctrl++")), QKeySequence(QStringLiteral("Ctrl+="))});
-    addCommand(QStringLiteral("mnuHelpTopic"), QStringLiteral("&Help Topics"), QStringLiteral("F1"),
-               QStringLiteral("Open the help"));
-    addCommand(QStringLiteral("mnuAbout"), QStringLiteral("&About Tavrel..."), QString(),
-               QStringLiteral("About Tavrel"));
-
-    auto *modes = new QActionGroup(this);
-    modes->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
-    for (const char *name :
-         {"mnuWholePage", "mnuPageWidth", "mnuTwopages", "mnuThumb", "mnuStretch"}) {
-        QAction *mode = action(QString::fromLatin1(name));
-        mode->setCheckable(true);
-        modes->addAction(mode);
-    }
-}
-
-QAction *frmPrintpreview::action(const QString &command) const {
-    return findChild<QAction *>(command, Qt::FindDirectChildrenOnly);
-}
-
-void frmPrintpreview::buildMenus() {
-    const auto add = [this](QMenu *menu, const char *command) {
-        menu->addAction(action(QString::fromLatin1(command)));
-    };
-    QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
-    add(file, "mnuPrint");
-    add(file, "mnuViewPDF");
-    add(file, "mnuHTML");
-    add(file, "mnuRTF");
-    file->addSeparator();
-    add(file, "mnuExit");
-
-    QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
-    add(view, "mnuViewFirst");
-    add(view, "mnuViewPrevious");
-    add(view, "mnuViewNext");
-    add(view, "mnuViewLast");
-    view->addSeparator();
-    add(view, "mnuFindText");
-    view->addSeparator();
-    add(view, "mnuWholePage");
-    add(view, "mnuPageWidth");
-    add(view, "mnuTwopages");
-    add(view, "mnuThumb");
-    add(view, "mnuStretch");
-    add(view, "mnuZoomIn");
-    add(view, "mnuZoomOut");
-    view->addSeparator();
-    QAction *panel = m_thumbnailDock->toggleViewAction();
-    panel->setText(QStringLiteral("Page &Thumbnails"));
-    panel->setShortcut(QKeySequence(QStringLiteral("F4")));
-    view->addAction(panel);
-
-    QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
-    add(help, "mnuHelpTopic");
-    add(help, "mnuAbout");
-}
-
-void frmPrintpreview::buildToolBar() {
-    QToolBar *bar = addToolBar(QStringLiteral("MenuBar"));
-    bar->setObjectName(QStringLiteral("MenuBar"));
-    bar->setMovable(false);
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    // Short tool texts so that every tool fits a window of 800 pixels.
-    action(QStringLiteral("mnuViewPDF"))->setIconText(QStringLiteral("PDF"));
-    action(QStringLiteral("mnuHTML"))->setIconText(QStringLiteral("HTML"));
-    action(QStringLiteral("mnuRTF"))->setIconText(QStringLiteral("RTF"));
-    action(QStringLiteral("mnuFindText"))->setIconText(QStringLiteral("Find..."));
-    action(QStringLiteral("mnuZoomIn"))->setIconText(QStringLiteral(" + "));
-    action(QStringLiteral("mnuZoomOut"))
-        ->setIconText(QStringLiteral(" ") + QChar(0x2212) + QLatin1Char(' '));
-    action(QStringLiteral("mnuExit"))->setIconText(QStringLiteral("Close"));
-    const auto add = [this, bar](const char *command) {
-        QAction *tool = action(QString::fromLatin1(command));
-        bar->addAction(tool);
-        // The page arrows are pictures only; their names are in the tool tips.
-        if (!tool->icon().isNull())
-            if (auto *button = qobject_cast<QToolButton *>(bar->widgetForAction(tool)))
-                button->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    };
-    add("mnuPrint");
-    add("mnuViewPDF");
-    add("mnuHTML");
-    add("mnuRTF");
-    bar->addSeparator();
-
-    add("mnuViewFirst");
-    add("mnuViewPrevious");
-    addPageTools(bar);
-    add("mnuViewNext");
-    add("mnuViewLast");
-    bar->addSeparator();
-    add("mnuFindText");
-    bar->addSeparator();
-
-    add("mnuZoomOut");
-    addZoomPercentTool(bar);
-    add("mnuZoomIn");
-    addZoomModeTool(bar);
-    bar->addSeparator();
-    add("mnuExit");
 }
 
 // "Page [n] of m": type a page number to go there.
@@ -313,7 +144,7 @@ void frmPrintpreview::addZoomPercentTool(QToolBar *bar) {
     m_zoomPercent->setMinimumContentsLength(5);
     bar->addWidget(m_zoomPercent);
     connect(m_zoomPercent, &QComboBox::activated, this,
-            [this] { dispatch(QStringLiteral("mnuZoom%")); });
+            [this] { m_commands.trigger(QStringLiteral("mnuZoom%")); });
 }
 
 void frmPrintpreview::addZoomModeTool(QToolBar *bar) {
@@ -325,7 +156,7 @@ void frmPrintpreview::addZoomModeTool(QToolBar *bar) {
     m_zoomMode->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     bar->addWidget(m_zoomMode);
     connect(m_zoomMode, &QComboBox::activated, this,
-            [this] { dispatch(QStringLiteral("mnuZoomPg")); });
+            [this] { m_commands.trigger(QStringLiteral("mnuZoomPg")); });
 }
 
 void frmPrintpreview::buildStatusBar() {
@@ -450,24 +281,11 @@ void frmPrintpreview::updateZoomTools(const QString &modeText) {
         const QSignalBlocker blocker(m_zoomPercent);
         m_zoomPercent->setEditText(ZoomState::percentText(m_zoom.shownPercent()));
     }
-    static const std::array<std::pair<ZoomMode, const char *>, 5> modeCommands = {
-        {{ZoomMode::WholePage, "mnuWholePage"},
-         {ZoomMode::PageWidth, "mnuPageWidth"},
-         {ZoomMode::TwoPages, "mnuTwopages"},
-         {ZoomMode::Thumbnail, "mnuThumb"},
-         {ZoomMode::Stretch, "mnuStretch"}}};
-    for (const auto &[mode, command] : modeCommands)
-        action(QString::fromLatin1(command))->setChecked(m_zoom.mode() == mode);
+    m_commands.refresh();
 }
 
 void frmPrintpreview::updateOutputTools() {
-    const bool allowed = !viewOnly() && !m_layoutRunning;
-    for (const char *command : {"mnuPrint", "mnuViewPDF", "mnuHTML", "mnuRTF"}) {
-        QAction *output = action(QString::fromLatin1(command));
-        output->setEnabled(allowed);
-        if (viewOnly())
-            output->setToolTip(QStringLiteral("Not available: this preview is for viewing only"));
-    }
+    m_commands.refresh();
 }
 
 void frmPrintpreview::closeEvent(QCloseEvent *event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/ui/CommandTable.h"
 #include "preview/ZoomState.h"
 
 #include <QMainWindow>
@@ -26,10 +27,11 @@ class ThumbnailPanel;
 class frmFind;
 
 // The preview window: the engine's document on screen with page navigation, zoom, find, print
-// and the PDF, HTML and RTF exports. Menus, tool bar, shortcuts and tests all go through
-// dispatch(). The document may still be growing when the window opens: the window watches the
-// engine (its new-page notification and a short poll) and keeps its page count, scroll range
-// and thumbnails up to date. The engine must outlive the window.
+// and the PDF, HTML and RTF exports. Its commands are one table (frmPrintpreviewCommandTable.cpp)
+// that builds the menus and the tool bar; shortcuts, tools and tests all go through dispatch(). The
+// document may still be growing when the window opens: the window watches the engine (its new-page
+// notification and a short poll) and keeps its page count, scroll range and thumbnails up to date.
+// The engine must outlive the window.
 class frmPrintpreview : public QMainWindow {
     Q_OBJECT
 
@@ -79,6 +81,7 @@ public:
     QComboBox *zoomModeTool() const { return m_zoomMode; }
     QComboBox *zoomPercentTool() const { return m_zoomPercent; }
     QAction *action(const QString &command) const;
+    const CommandTable &commands() const { return m_commands; }
     frmFind *findDialog() const { return m_find; }
     QLabel *timePanel() const { return m_time; }
     QLabel *datePanel() const { return m_date; }
@@ -91,16 +94,17 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    // frmPrintpreview.cpp: the window and its tools
-    void buildActions();
+    // frmPrintpreviewCommandTable.cpp: the commands, the menus and the tool bar
+    void buildCommands();
+    static QStringList modeCommands();
     void buildMenus();
     void buildToolBar();
+
+    // frmPrintpreview.cpp: the window and its tools
     void addPageTools(QToolBar *bar);
     void addZoomPercentTool(QToolBar *bar);
     void addZoomModeTool(QToolBar *bar);
     void buildStatusBar();
-    QAction *addCommand(const QString &command, const QString &text, const QString &shortcut,
-                        const QString &tip);
     void watchEngine();
     void pollEngine();
     void updatePageTools();
@@ -128,6 +132,7 @@ private:
     Prompter &m_prompter;
     PreviewActions &m_actions;
     const QString m_runMode;
+    CommandTable m_commands{this};
     QString m_pdfFolder;
     QString m_pdfFileName;
 

@@ -41,59 +41,6 @@ const QString &firstPageText() {
 
 } // namespace
 
-bool frmPrintpreview::dispatch(const QString &command) {
-    const int page = m_view->currentPage();
-    const int count = m_view->pageCount();
-    if (command == QLatin1String("mnuViewNext"))
-        navigate(page + 1, true);
-    else if (command == QLatin1String("mnuViewPrevious"))
-        navigate(page - 1, false);
-    else if (command == QLatin1String("mnuViewLast"))
-        navigate(page >= count ? count + 1 : count, true);
-    else if (command == QLatin1String("mnuViewFirst"))
-        navigate(page <= 1 ? 0 : 1, false);
-    else if (command == QLatin1String("mnuThumb"))
-        zoomToMode(ZoomMode::Thumbnail);
-    else if (command == QLatin1String("mnuTwopages"))
-        zoomToMode(ZoomMode::TwoPages);
-    else if (command == QLatin1String("mnuWholePage"))
-        zoomToMode(ZoomMode::WholePage);
-    else if (command == QLatin1String("mnuPageWidth"))
-        zoomToMode(ZoomMode::PageWidth);
-    else if (command == QLatin1String("mnuStretch"))
-        zoomToMode(ZoomMode::Stretch);
-    else if (command == QLatin1String("mnuPercentage"))
-        zoomToMode(ZoomMode::Percentage);
-    else if (command == QLatin1String("mnuZoomIn"))
-        zoomStep(1);
-    else if (command == QLatin1String("mnuZoomOut"))
-        zoomStep(-1);
-    else if (command == QLatin1String("mnuZoomPg"))
-        zoomToChosenMode();
-    else if (command == QLatin1String("mnuZoom%"))
-        zoomToChosenPercent();
-    else if (command == QLatin1String("mnuFindText"))
-        openFind();
-    else if (command == QLatin1String("mnuPrint"))
-        printDocument();
-    else if (command == QLatin1String("mnuViewPDF"))
-        exportPdf();
-    else if (command == QLatin1String("mnuHTML"))
-        exportHtml();
-    else if (command == QLatin1String("mnuRTF"))
-        exportRtf();
-    else if (command == QLatin1String("mnuAbout"))
-        m_actions.about();
-    else if (command == QLatin1String("mnuHelpTopic"))
-        m_actions.help();
-    else if (command == QLatin1String("mnuExit"))
-        close();
-    else
-        return false;
-    return true;
-}
-
-// At the ends of the document navigation only informs; it never wraps around.
 void frmPrintpreview::navigate(int page, bool forward) {
     if (page < 1 || page > m_view->pageCount()) {
         m_prompter.message(forward ? lastPageText() : firstPageText(),

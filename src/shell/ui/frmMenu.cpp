@@ -12,6 +12,7 @@
 #include "templates/PrintSelection.h"
 #include "templates/TemplateKind.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -24,7 +25,6 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QSettings>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -89,7 +89,47 @@ frmMenu::frmMenu(AppContext &context, Prompter &prompter, ReportActions &actions
 
 frmMenu::~frmMenu() = default;
 
+void frmMenu::buildCommands() {
+    const auto add = [this](const QString &name, const QString &text, const QString &tip,
+                            std::function<void()> run, QList<QKeySequence> shortcuts = {}) {
+        m_commands.add(CommandTable::command(name, text, std::move(run), std::move(shortcuts))
+                           .withToolTip(tip));
+    };
+    add(QStringLiteral("cmdPrintPreview"), QStringLiteral("Print Pre&view"),
+        QStringLiteral("Lay out the report and show it (Ctrl+Shift+P)"), [this] { printPreview(); },
+        {QKeySequence(QStringLiteral("Ctrl+Shift+P"))});
+    add(QStringLiteral("cmdPrint"), QStringLiteral("&Print"),
+        QStringLiteral("Print the report on the job's printer (Ctrl+P)"), [this] { printReport(); },
+        {QKeySequence(QStringLiteral("Ctrl+P"))});
+    add(QStringLiteral("cmdPDF"), QStringLiteral("P&DF..."),
+        QStringLiteral("Save the report as a PDF file"), [this] { exportPdf(); });
+    add(QStringLiteral("cmdLoadGroup"), QStringLiteral("&Load Group..."),
+        QStringLiteral("Load the three templates of a group file"), [this] { loadGroup(); });
+    add(QStringLiteral("cmdSaveGroup"), QStringLiteral("Save &Group..."),
+        QStringLiteral("Save the three templates as a group file"), [this] { saveGroup(); });
+    add(QStringLiteral("cmdSaveAsDefault"), QStringLiteral("Save as De&fault"),
+        QStringLiteral("Keep this choice for the next report"), [this] { saveAsDefault(); });
+    add(QStringLiteral("cmdProperties"), QStringLiteral("Printer P&roperties..."),
+        QStringLiteral("Printer settings"), [this] { m_actions.printerProperties(); });
+    add(QStringLiteral("cmdCancel"), QStringLiteral("Close"), QStringLiteral("Close Tavrel"),
+        [this] { close(); });
+    add(QStringLiteral("mnuHelpTopic"), QStringLiteral("&Help"),
+        QStringLiteral("Open the user guide (F1)"), [this] { openHelp(m_prompter); },
+        {QKeySequence(QKeySequence::HelpContents)});
+    // One per template row: cover, body, summary.
+    static const std::array<const char *, 3> designNames = {"Cover page...", "Custom page...",
+                                                            "Summary page..."};
+    for (int row = 0; row < 3; ++row) {
+        add(QStringLiteral("cmdOpen(%1)").arg(row), QStringLiteral("..."),
+            QStringLiteral("Click to load a template file"), [this, row] { openTemplate(row); });
+        add(QStringLiteral("imgPagelayout(%1)").arg(row),
+            QString::fromLatin1(designNames[std::size_t(row)]), QString(),
+            [this, row] { openDesigner(row); });
+    }
+}
+
 void frmMenu::buildUi() {
+    buildCommands();
     QString title = QStringLiteral("Tavrel");
     if (!m_context.paths.activeDocumentName.isEmpty())
         title += QStringLiteral(" - ") + m_context.paths.activeDocumentName;
@@ -114,8 +154,10 @@ void frmMenu::buildUi() {
         label->setBuddy(m_templates[r]);
         m_open[r] = new QToolButton(templatesBox);
         m_open[r]->setObjectName(QStringLiteral("cmdOpen(%1)").arg(row));
-        m_open[r]->setText(QStringLiteral("..."));
-        m_open[r]->setToolTip(QStringLiteral("Click to load a template file"));
+        if (const QAction *open = m_commands.action(QStringLiteral("cmdOpen(%1)").arg(row))) {
+            m_open[r]->setText(open->text());
+            m_open[r]->setToolTip(open->toolTip());
+        }
         m_printable[r] = new QCheckBox(templatesBox);
         m_printable[r]->setObjectName(QStringLiteral("chkPrintable(%1)").arg(row));
         grid->addWidget(label, row + 1, 0);
@@ -123,7 +165,7 @@ void frmMenu::buildUi() {
         grid->addWidget(m_open[r], row + 1, 2);
         grid->addWidget(m_printable[r], row + 1, 3, Qt::AlignCenter);
         connect(m_open[r], &QToolButton::clicked, this,
-                [this, row] { dispatch(QStringLiteral("cmdOpen(%1)").arg(row)); });
+                [this, row] { m_commands.trigger(QStringLiteral("cmdOpen(%1)").arg(row)); });
         connect(m_templates[r], &QComboBox::currentIndexChanged, this, [this, r] {
             m_templates[r]->setToolTip(m_templates[r]->currentData().toString());
         });
@@ -139,40 +181,36 @@ void frmMenu::buildUi() {
     design->setPopupMode(QToolButton::InstantPopup);
     design->setToolTip(QStringLiteral("Open the page layout designer on a template"));
     auto *designMenu = new QMenu(design);
-    static const std::array<const char *, 3> designNames = {"Cover page...", "Custom page...",
-                                                            "Summary page..."};
-    for (int row = 0; row < 3; ++row) {
-        designMenu->addAction(
-            QString::fromLatin1(designNames[std::size_t(row)]), this,
-            [this, row] { dispatch(QStringLiteral("imgPagelayout(%1)").arg(row)); });
-    }
+    m_commands.fill(designMenu,
+                    {QStringLiteral("imgPagelayout(0)"), QStringLiteral("imgPagelayout(1)"),
+                     QStringLiteral("imgPagelayout(2)")});
     design->setMenu(designMenu);
     grid->addWidget(design, 4, 0, 1, 4, Qt::AlignLeft);
     outer->addWidget(templatesBox, 1);
 
     auto *buttons = new QVBoxLayout;
-    const auto addButton = [&](const char *name, const char *text, const char *tip) {
-        auto *button = new QPushButton(QString::fromLatin1(text), central);
-        button->setObjectName(QString::fromLatin1(name));
-        button->setToolTip(QString::fromLatin1(tip));
-        const QString command = QString::fromLatin1(name);
-        connect(button, &QPushButton::clicked, this, [this, command] { dispatch(command); });
+    // The buttons show their commands' texts and tips; Ctrl+P and Ctrl+Shift+P are the
+    // commands' own shortcuts.
+    const auto addButton = [&](const QString &name) {
+        const QAction *command = m_commands.action(name);
+        auto *button = new QPushButton(command ? command->text() : name, central);
+        button->setObjectName(name);
+        button->setToolTip(command ? command->toolTip() : QString());
+        connect(button, &QPushButton::clicked, this, [this, name] { m_commands.trigger(name); });
         buttons->addWidget(button);
         return button;
     };
-    QPushButton *preview = addButton("cmdPrintPreview", "Print Pre&view",
-                                     "Lay out the report and show it (Ctrl+Shift+P)");
-    preview->setDefault(true);
-    addButton("cmdPrint", "&Print", "Print the report on the job's printer (Ctrl+P)");
-    addButton("cmdPDF", "P&DF...", "Save the report as a PDF file");
+    addButton(QStringLiteral("cmdPrintPreview"))->setDefault(true);
+    addButton(QStringLiteral("cmdPrint"));
+    addButton(QStringLiteral("cmdPDF"));
     buttons->addSpacing(12);
-    addButton("cmdLoadGroup", "&Load Group...", "Load the three templates of a group file");
-    addButton("cmdSaveGroup", "Save &Group...", "Save the three templates as a group file");
-    addButton("cmdSaveAsDefault", "Save as De&fault", "Keep this choice for the next report");
+    addButton(QStringLiteral("cmdLoadGroup"));
+    addButton(QStringLiteral("cmdSaveGroup"));
+    addButton(QStringLiteral("cmdSaveAsDefault"));
     buttons->addSpacing(12);
-    addButton("cmdProperties", "Printer P&roperties...", "Printer settings");
+    addButton(QStringLiteral("cmdProperties"));
     buttons->addStretch(1);
-    addButton("cmdCancel", "Close", "Close Tavrel");
+    addButton(QStringLiteral("cmdCancel"));
     outer->addLayout(buttons);
 
     // The load-group button carries the loaded group's name as its tool tip.
@@ -185,12 +223,6 @@ void frmMenu::buildUi() {
                                  .arg(m_context.spec.itemCount())
                                  .arg(QFileInfo(m_context.paths.sifPath).fileName()));
 
-    new QShortcut(QKeySequence(QStringLiteral("Ctrl+P")), this,
-                  [this] { dispatch(QStringLiteral("cmdPrint")); });
-    new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+P")), this,
-                  [this] { dispatch(QStringLiteral("cmdPrintPreview")); });
-    new QShortcut(QKeySequence::HelpContents, this,
-                  [this] { dispatch(QStringLiteral("mnuHelpTopic")); });
     resize(720, 300);
 }
 
@@ -243,37 +275,7 @@ MenuSelection frmMenu::selection() const {
 }
 
 bool frmMenu::dispatch(const QString &command) {
-    for (int row = 0; row < 3; ++row) {
-        if (command == QStringLiteral("cmdOpen(%1)").arg(row)) {
-            openTemplate(row);
-            return true;
-        }
-        if (command == QStringLiteral("imgPagelayout(%1)").arg(row)) {
-            openDesigner(row);
-            return true;
-        }
-    }
-    if (command == QLatin1String("cmdPrintPreview"))
-        printPreview();
-    else if (command == QLatin1String("cmdPrint"))
-        printReport();
-    else if (command == QLatin1String("cmdPDF"))
-        exportPdf();
-    else if (command == QLatin1String("cmdLoadGroup"))
-        loadGroup();
-    else if (command == QLatin1String("cmdSaveGroup"))
-        saveGroup();
-    else if (command == QLatin1String("cmdSaveAsDefault"))
-        saveAsDefault();
-    else if (command == QLatin1String("cmdProperties"))
-        m_actions.printerProperties();
-    else if (command == QLatin1String("cmdCancel"))
-        close();
-    else if (command == QLatin1String("mnuHelpTopic"))
-        openHelp(m_prompter);
-    else
-        return false;
-    return true;
+    return m_commands.dispatch(command);
 }
 
 void frmMenu::warn(const QString &text) {

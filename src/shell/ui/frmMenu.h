@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/ui/CommandTable.h"
 #include "shell/MenuChecks.h"
 #include "templates/ReportSelection.h"
 
@@ -20,7 +21,8 @@ struct AppContext;
 
 // The main window: one row per template kind (cover, body, summary) with its template list,
 // printable check box and open button, and the print, preview, PDF, group and default commands.
-// Every command goes through dispatch().
+// Its commands are one table that the buttons, the designer's menu and the shortcuts are built
+// from; every command goes through dispatch().
 class frmMenu : public QMainWindow {
     Q_OBJECT
 
@@ -40,11 +42,13 @@ public:
     QCheckBox *printableBox(int row) const { return m_printable[std::size_t(row)]; }
     QToolButton *loadGroupButton() const { return m_loadGroup; }
     QString loadedGroup() const { return m_loadedGroup; }
+    const CommandTable &commands() const { return m_commands; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void buildCommands();
     void buildUi();
     void fillTemplateLists();
     void selectTemplate(int row, const QString &path);
@@ -68,6 +72,7 @@ private:
     std::array<QCheckBox *, 3> m_printable{};
     std::array<QToolButton *, 3> m_open{};
     QToolButton *m_loadGroup = nullptr;
+    CommandTable m_commands{this};
 };
 
 } // namespace tavrel

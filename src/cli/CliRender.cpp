@@ -11,6 +11,7 @@
 #include "shell/ReportExport.h"
 #include "shell/ReportJob.h"
 #include "shell/Startup.h"
+#include "templates/PrintSelection.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -134,6 +135,8 @@ QString parseOptions(const QStringList &args, RenderOptions &options) {
 struct SectionChoice {
     QString templatePath;
     bool printable = false;
+    // The printable flag as the print check reads it: the job file's text ("1", "0", ...).
+    QString printableText;
 };
 
 // The print selection of the job file, read without writing defaults back.
@@ -148,7 +151,7 @@ SectionChoice readSection(const AppContext &context, const QString &kind,
     QString printable = ReadIniValue(PrinterSection, kind + QStringLiteral(" Printable"), jobFile);
     if (printable.isEmpty())
         printable = QStringLiteral("1");
-    return {path, printable == QLatin1String("1")};
+    return {path, printable == QLatin1String("1"), printable};
 }
 
 SectionChoice chooseSection(const AppContext &context, const QString &kind,
@@ -156,8 +159,21 @@ SectionChoice chooseSection(const AppContext &context, const QString &kind,
     if (!option)
         return readSection(context, kind, defaultTemplate);
     if (*option == QLatin1String("none"))
-        return {QString(), false};
-    return {*option, true};
+        return {QString(), false, QStringLiteral("0")};
+    return {*option, true, QStringLiteral("1")};
+}
+
+// The refusal of the print check for the chosen sections, empty when printing may go on.
+QString refusalOf(const SectionChoice &cover, const SectionChoice &body,
+                  const SectionChoice &summary) {
+    PrintState state;
+    state.coverTemplate = cover.templatePath;
+    state.bodyTemplate = body.templatePath;
+    state.summaryTemplate = summary.templatePath;
+    state.coverPrintable = cover.printableText;
+    state.bodyPrintable = body.printableText;
+    state.summaryPrintable = summary.printableText;
+    return PrintSelection::checkMessage(state);
 }
 
 void writeOutputs(const PageEngine &engine, const RenderOptions &options,
@@ -241,6 +257,13 @@ int runRender(const QStringList &args) {
 
     const MenuSelection selection{{cover.templatePath, body.templatePath, summary.templatePath},
                                   {cover.printable, body.printable, summary.printable}};
+    // The check a direct print run makes: what it refuses is not laid out here either, with the
+    // same text and the same exit status as check-print.
+    const QString refusal = refusalOf(cover, body, summary);
+    if (!refusal.isEmpty()) {
+        printErr(consoleText(refusal) + QLatin1Char('\n'));
+        return 1;
+    }
     ReportJob report(context, selection, prompter);
 
     PageEngine engine;

@@ -16,5 +16,7 @@ int runRender(const QStringList &args);
 bool wantsHelp(const QStringList &args);
 void printOut(const QString &text);
 void printErr(const QString &text);
+// A refusal of the print check as a terminal shows it: its carriage return becomes a line break.
+QString consoleText(QString message);
 
 } // namespace tavrel::cli

@@ -99,7 +99,7 @@ void computePageArea(AppContext &context) {
 }
 
 void readFieldLengths(AppContext &context) {
-    Q_UNUSED(context);
+    context.fieldLengths.readFromJobFile(context.paths.jobFile);
 }
 
 RunModeAction actionForRunMode(const QString &runMode) {

@@ -6,6 +6,8 @@
 #include "render/PageLayouts.h"
 #include "render/PageReplay.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
 
@@ -14,7 +16,11 @@ namespace tavrel {
 void writePdf(const PageEngine &engine, const QString &path,
               const std::function<void(int page)> &progress) {
     // Written beside the target and renamed over it only when complete, so that a failed or
-    // cancelled export never leaves a truncated PDF nor touches the one already there.
+    // cancelled export never leaves a truncated PDF nor touches the one already there. A
+    // folder that does not exist is reported as the PDF writer always has, as error 75.
+    if (!path.isEmpty() && !QFileInfo(path).absoluteDir().exists())
+        throw RuntimeError(ErrorNumber::PathFileAccessError,
+                           QStringLiteral("Cannot write %1").arg(path));
     TextFile::writeAtomically(path, [&](QIODevice &device) {
         QPdfWriter writer(&device);
         // One device unit per twip: the display list is drawn as recorded.

@@ -5,14 +5,15 @@
 # 10 MB input per target (processor time in an uninstrumented build of the same target); exits
 # non-zero when a target crashes, leaks, hangs or runs out of memory.
 #
-#   scripts/fuzz.sh [SECONDS] [TARGET...]      TARGET: sif order ini template group
+#   scripts/fuzz.sh [SECONDS] [TARGET...]      TARGET: sif order ini template group html
+# (html: templates through the HTML writer, checking every style attribute it writes)
 set -uo pipefail
 
 repo=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(sif order ini template group)
+[ ${#targets[@]} -gt 0 ] || targets=(sif order ini template group html)
 build=$repo/build/fuzz
 realworld=$repo/../shared/realworld
 [ -d "$realworld" ] || realworld=/work/shared/realworld
@@ -22,7 +23,7 @@ cmake --build "$build" -j2 >/dev/null || { echo "fuzz build failed" >&2; exit 1;
 
 # Seed files by reader; libFuzzer takes folders, so each gets a folder of copies.
 declare -A patterns=(
-    [sif]='*.sif' [order]='*.cif' [ini]='*.ini' [template]='*.cov *.cst *.sum' [group]='*.grp')
+    [sif]='*.sif' [order]='*.cif' [ini]='*.ini' [template]='*.cov *.cst *.sum' [group]='*.grp' [html]='*.cov *.cst *.sum')
 seed_folder() {
     local target=$1 folder=$build/seeds/$1 pattern
     rm -rf "$folder" && mkdir -p "$folder"

@@ -3,9 +3,11 @@
 #include "base/RuntimeError.h"
 #include "base/Windows1252.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 namespace tavrel {
@@ -53,7 +55,47 @@ QStringList readLines(const QString &path) {
     return splitLines(fromWindows1252(readBytes(path)));
 }
 
+namespace {
+
+// Hands every write on to the save file and remembers a short one. Writers such as the PDF
+// engine do not look at what a write returns, and a write that runs into a full disk or the
+// file-size limit returns the part that fit without any error being set.
+class CheckedWrites : public QIODevice {
+public:
+    explicit CheckedWrites(QSaveFile &file)
+        : m_file(file) {
+        QIODevice::open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    }
+
+    bool shortWrite() const { return m_short; }
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char *, qint64) override { return -1; }
+    qint64 writeData(const char *data, qint64 length) override {
+        if (m_short)
+            return -1;
+        const qint64 written = m_file.write(data, length);
+        if (written != length) {
+            m_short = true;
+            return -1;
+        }
+        return written;
+    }
+
+private:
+    QSaveFile &m_file;
+    bool m_short = false;
+};
+
+} // namespace
+
 void writeAtomically(const QString &path, const QByteArray &bytes) {
+    // A short write shows as disk full below.
+    writeAtomically(path, [&bytes](QIODevice &device) { device.write(bytes); });
+}
+
+void writeAtomically(const QString &path, const std::function<void(QIODevice &device)> &write) {
     const QFileInfo info(path);
     if (path.isEmpty())
         throw RuntimeError(ErrorNumber::BadFileName);
@@ -71,13 +113,40 @@ void writeAtomically(const QString &path, const QByteArray &bytes) {
                                : ErrorNumber::PathFileAccessError,
                            file.errorString());
     }
-    if (file.write(bytes) != bytes.size()) {
+    CheckedWrites device(file);
+    try {
+        write(device);
+    } catch (...) {
+        file.cancelWriting();
+        throw;
+    }
+    if (device.shortWrite() || file.error() != QFileDevice::NoError) {
         const QString reason = file.errorString();
         file.cancelWriting();
         throw RuntimeError(ErrorNumber::DiskFull, QStringLiteral("Disk full (%1)").arg(reason));
     }
     if (!file.commit())
         throw RuntimeError(ErrorNumber::DeviceIoError, file.errorString());
+    removeLeftovers(path);
+}
+
+void removeLeftovers(const QString &path) {
+    const QFileInfo target(path);
+    const QString name = target.fileName();
+    QDir folder = target.absoluteDir();
+    // The save's temporary file is the target's name, a dot and six letters or digits.
+    const QRegularExpression own(QLatin1Char('^') + QRegularExpression::escape(name) +
+                                 QStringLiteral("\\.[A-Za-z0-9]{6}$"));
+    const QDateTime quiet = QDateTime::currentDateTimeUtc().addSecs(-60);
+    const QStringList candidates =
+        folder.entryList({name + QStringLiteral(".??????")}, QDir::Files | QDir::Hidden);
+    for (const QString &candidate : candidates) {
+        if (!own.match(candidate).hasMatch())
+            continue;
+        const QFileInfo leftover(folder.filePath(candidate));
+        if (leftover.lastModified().toUTC() < quiet)
+            QFile::remove(leftover.filePath());
+    }
 }
 
 QByteArray encodeCrLf(const QStringList &lines) {

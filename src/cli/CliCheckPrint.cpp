@@ -7,6 +7,11 @@
 
 namespace tavrel::cli {
 
+QString consoleText(QString message) {
+    message.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return message;
+}
+
 int runCheckPrint(const QStringList &args) {
     if (wantsHelp(args) || args.size() != 1) {
         printOut(QStringLiteral(
@@ -23,10 +28,7 @@ int runCheckPrint(const QStringList &args) {
         printOut(QStringLiteral("OK\n"));
         return 0;
     }
-    // The message may hold a carriage return; show it as a line break on a terminal.
-    QString message = prompter.messages().value(0);
-    message.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    printOut(message + QLatin1Char('\n'));
+    printOut(consoleText(prompter.messages().value(0)) + QLatin1Char('\n'));
     return 1;
 }
 

@@ -10,11 +10,13 @@
 #include "shell/ReportExport.h"
 #include "shell/ReportJob.h"
 #include "shell/Startup.h"
+#include "templates/PrintSelection.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
 
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -53,7 +55,7 @@ QString usageText() {
 
 struct RenderOptions {
     QString jobFile;
-    std::optional<QString> sections[3]; // cover, body, summary: a template path or "none"
+    std::array<std::optional<QString>, 3> sections; // cover, body, summary: a path or "none"
     QString pdf;
     QString pngFolder;
     double dpi = 96;
@@ -128,26 +130,26 @@ QString parseOptions(const QStringList &args, RenderOptions &options) {
     return {};
 }
 
-struct SectionChoice {
-    QString templatePath;
-    bool printable = false;
-};
-
-// The print selection of the job file, read without writing defaults back.
-SectionChoice readSection(const AppContext &context, std::size_t row) {
-    const ReportSelection stored = context.job.storedSelection(context.paths.templateFolder);
-    QString path = PathRules::resolveAgainst(context.paths.jobFile, stored.templates[row]);
-    path.replace(QLatin1Char('\\'), QLatin1Char('/'));
-    return {path, stored.isPrintable(row)};
-}
-
-SectionChoice chooseSection(const AppContext &context, std::size_t row,
-                            const std::optional<QString> &option) {
-    if (!option)
-        return readSection(context, row);
-    if (*option == QLatin1String("none"))
-        return {QString(), false};
-    return {*option, true};
+// The print selection of the job file (read without writing defaults back), with each section
+// given on the command line taking its place: a template path prints, "none" leaves it out.
+ReportSelection chooseSelection(const AppContext &context,
+                                const std::array<std::optional<QString>, 3> &options) {
+    ReportSelection selection = context.job.storedSelection(context.paths.templateFolder);
+    for (std::size_t row = 0; row < ReportSelection::Rows; ++row) {
+        const std::optional<QString> &option = options[row];
+        if (!option) {
+            QString &path = selection.templates[row];
+            path = PathRules::resolveAgainst(context.paths.jobFile, path);
+            path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+        } else if (*option == QLatin1String("none")) {
+            selection.templates[row].clear();
+            selection.printable[row] = ReportSelection::flag(false);
+        } else {
+            selection.templates[row] = *option;
+            selection.printable[row] = ReportSelection::flag(true);
+        }
+    }
+    return selection;
 }
 
 void writeOutputs(const PageEngine &engine, const RenderOptions &options,
@@ -220,12 +222,18 @@ int runRender(const QStringList &args) {
                           CupsPrinting::printers()))
         return 1;
 
-    const SectionChoice cover = chooseSection(context, 0, options.sections[0]);
-    const SectionChoice body = chooseSection(context, 1, options.sections[1]);
-    const SectionChoice summary = chooseSection(context, 2, options.sections[2]);
-
-    const MenuSelection selection{{cover.templatePath, body.templatePath, summary.templatePath},
-                                  {cover.printable, body.printable, summary.printable}};
+    const ReportSelection chosen = chooseSelection(context, options.sections);
+    MenuSelection selection;
+    selection.templates = chosen.templates;
+    for (std::size_t row = 0; row < ReportSelection::Rows; ++row)
+        selection.printable[row] = chosen.isPrintable(row);
+    // The check a direct print run makes: what it refuses is not laid out here either, with the
+    // same text and the same exit status as check-print.
+    const QString refusal = PrintSelection::checkMessage(chosen);
+    if (!refusal.isEmpty()) {
+        printErr(consoleText(refusal) + QLatin1Char('\n'));
+        return 1;
+    }
     ReportJob report(context, selection, prompter);
 
     PageEngine engine;

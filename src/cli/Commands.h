@@ -20,4 +20,7 @@ void printErr(const QString &text);
 // executable in a development build, the user's data folder for an installed program.
 QString defaultTemplateRoot();
 
+// A refusal of the print check as a terminal shows it: its carriage return becomes a line break.
+QString consoleText(QString message);
+
 } // namespace tavrel::cli

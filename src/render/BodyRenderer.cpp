@@ -205,7 +205,7 @@ void BodyRenderer::drawCaptionRow(OutputHelpers &out) {
     for (int slot = 1; slot <= TemplateLayout::LineCapacity; ++slot) {
         const LineInfo &line = m_layout.line(slot);
         if (line.placed && line.container == Container::mainPort() && line.top < totalsTop)
-            drawTemplateLine(engine, CustomLine::fromLine(line), origin);
+            drawTemplateLine(out, CustomLine::fromLine(line), origin);
     }
     if (m_columns.empty())
         return;

@@ -112,14 +112,30 @@ void BodyRenderer::drawRow(OutputHelpers &out, int record, bool subtotal, double
         m_styledColumn = -1;
     }
     const double top = m_y + BodyLayout::RowPadding;
-    // RTF gets the row as one paragraph of text columns, each as wide as its field length.
-    RtfPlacement rtf{2, 0};
-    for (std::size_t c = 0; c < m_rowColumns.size(); ++c) {
-        drawCell(out, c, record, top, subtotal, rtf);
-        const int length = m_columns[std::size_t(m_rowColumns[c])].fieldLength;
-        const int written = int(m_cells[c][std::size_t(record - 1)].size());
-        rtf = {3, std::max(1, length - written) + 1};
+    if (out.job().rtfExport && out.fragments()) {
+        // RTF gets the row as one paragraph of text columns, each as wide as its field length.
+        // The row is written as a whole, so that it starts its own paragraph and keeps its
+        // columns even where cells print nothing (empty text, pictures, icons).
+        QString line;
+        qsizetype end = 0; // just after the last text written: no padding trails the row
+        for (std::size_t c = 0; c < m_rowColumns.size(); ++c) {
+            const Column &column = m_columns[std::size_t(m_rowColumns[c])];
+            const bool text = column.kind != BodyColumnKind::Image &&
+                              column.kind != BodyColumnKind::Complete &&
+                              column.kind != BodyColumnKind::Taxable;
+            const QString &cell = text ? m_cells[c][std::size_t(record - 1)] : QString();
+            line += cell;
+            if (!cell.isEmpty())
+                end = line.size();
+            line += QString(std::max<qsizetype>(1, column.fieldLength - cell.size()), u' ');
+        }
+        line.truncate(end);
+        // A leading blank would be taken as the end of "\par" and lost.
+        const int blanks = line.startsWith(u' ') ? 1 : 0;
+        out.engine().ExportRaw(out.fragments()->rtfText({2, blanks}, line));
     }
+    for (std::size_t c = 0; c < m_rowColumns.size(); ++c)
+        drawCell(out, c, record, top, subtotal, RtfPlacement{});
 }
 
 void BodyRenderer::drawCell(OutputHelpers &out, std::size_t rowColumn, int record, double top,

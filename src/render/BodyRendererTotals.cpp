@@ -78,7 +78,7 @@ void BodyRenderer::drawTotals(OutputHelpers &out) {
     for (int slot = 1; slot <= TemplateLayout::LineCapacity; ++slot) {
         const LineInfo &line = m_layout.line(slot);
         if (line.placed && line.container == Container::mainPort() && line.top >= sectionTop)
-            drawTemplateLine(engine, CustomLine::fromLine(line), {origin.x(), offset});
+            drawTemplateLine(out, CustomLine::fromLine(line), {origin.x(), offset});
     }
 
     // Boxes below a grown option list move down by what it grew.

@@ -163,6 +163,17 @@ QString escapeAttribute(QStringView data) {
     return escaped(data, true);
 }
 
+QString fontFamily(QStringView fontName) {
+    qsizetype end = 0;
+    for (; end < fontName.size(); ++end) {
+        const QChar c = fontName[end];
+        const bool fits = c.isLetterOrNumber() || c == u' ' || c == u'-' || c == u'_' || c == u'.';
+        if (!fits)
+            break;
+    }
+    return fontName.left(end).trimmed().toString();
+}
+
 QString textParagraph(const HtmlTextFormat &format, double left, double top, double width,
                       const HtmlMarkup &text) {
     QString html;
@@ -173,7 +184,7 @@ QString textParagraph(const HtmlTextFormat &format, double left, double top, dou
     html += QLatin1String("in; top:") + inches(top);
     html += QLatin1String("in; Width: ") + inches(width);
     html += QLatin1String("in; font-size: ") + QString::number(fontSizeNumber(format.fontSize));
-    html += QLatin1String("; font-family: ") + escapeAttribute(format.fontName);
+    html += QLatin1String("; font-family: ") + fontFamily(format.fontName);
     html += QLatin1String("; font-weight: ") + weightWord(format.weight);
     html += QLatin1String("; font-style: ") + styleWord(format.italic);
     html += QLatin1String("; text-decoration: ") + decorationWord(format.underline);

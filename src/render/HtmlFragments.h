@@ -85,6 +85,12 @@ QString escapeText(QStringView data);
 // The same plus '"' as "&quot;", for attribute values.
 QString escapeAttribute(QStringView data);
 
+// A font name as the paragraph's font-family value can hold it: the name up to the first
+// character that no family name has (";", ":", quotes, brackets, "/", "\\" and the like), blanks
+// trimmed. A template is a file users exchange, and its font name must never end the
+// declaration and start one of its own. "Arial; background-image: url(x)" gives "Arial".
+QString fontFamily(QStringView fontName);
+
 // A positioned paragraph (PrintTextBox, PrintAlignedTextBox); left, top and width in twips.
 QString textParagraph(const HtmlTextFormat &format, double left, double top, double width,
                       const HtmlMarkup &text);

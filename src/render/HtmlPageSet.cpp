@@ -5,15 +5,26 @@
 #include "base/Windows1252.h"
 #include "render/HtmlFragments.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QUrl>
+
+#include <filesystem>
 
 namespace tavrel {
 
 namespace {
 
 const QLatin1String HtmlExtension(".htm");
+
+// The swap of a page set takes milliseconds; a lock older than this was left by a killed export.
+constexpr int LockStaleAfter = 30000;
+// How long an export waits for another one's swap into the same folder.
+constexpr int LockWait = 60000;
 
 // The page frame is ours: HTML 4.01 Transitional named without its system identifier, which is a
 // valid document type and keeps browsers in the lenient mode the fragments were written for (they
@@ -22,7 +33,8 @@ const QLatin1String
     PageStart("<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01 Transitional//EN\">\r\n"
               "<html>\r\n<head>\r\n<meta http-equiv=\"Content-Type\" "
               "content=\"text/html; charset=windows-1252\">\r\n<title>");
-const QLatin1String PageBody("</title>\r\n</head>\r\n<body>\r\n");
+const QLatin1String TitleEnd("</title>\r\n");
+const QLatin1String PageBody("</head>\r\n<body>\r\n");
 const QLatin1String PageEnd("\r\n</body>\r\n</html>\r\n");
 
 void appendCharacterReference(QByteArray &bytes, char32_t codePoint) {
@@ -42,6 +54,10 @@ HtmlPageSet::HtmlPageSet(QString exportFile)
 
 void HtmlPageSet::setBottomBar(int number, const QString &barTemplate) {
     page(number).bottomBar = barTemplate;
+}
+
+void HtmlPageSet::setPageStyle(int number, const QString &rules) {
+    page(number).style = rules;
 }
 
 int HtmlPageSet::addPage() {
@@ -99,6 +115,10 @@ QString HtmlPageSet::pageText(int number) const {
     const Page &content = page(number);
     QString text = PageStart;
     text += HtmlFragments::escapeText(QFileInfo(m_base).fileName());
+    text += TitleEnd;
+    if (!content.style.isEmpty())
+        text += QLatin1String("<style type=\"text/css\">\r\n") + content.style +
+                QLatin1String("</style>\r\n");
     text += PageBody;
     text += filledBar(m_topBar, number);
     text += content.fragments;
@@ -107,16 +127,74 @@ QString HtmlPageSet::pageText(int number) const {
     return text;
 }
 
+QString HtmlPageSet::lockFilePath(const QString &exportFile) {
+    const QFileInfo info(exportFile);
+    return info.absoluteDir().filePath(QLatin1Char('.') + info.fileName() +
+                                       QStringLiteral(".lock"));
+}
+
 QStringList HtmlPageSet::write() const {
+    if (pageCount() == 0)
+        return {};
+    const QFileInfo target(m_exportFile);
+    const QDir folder = target.absoluteDir();
+    if (!folder.exists())
+        throw RuntimeError(ErrorNumber::PathNotFound);
+    const QString baseName = QFileInfo(m_base).fileName();
+
+    // 1. The new set, complete, in a folder of its own beside the target (same file system, so
+    // the pages can be renamed into place).
+    const QString stagingPrefix = QLatin1Char('.') + baseName + QStringLiteral(".pages.");
+    QTemporaryDir staging(folder.filePath(stagingPrefix + QStringLiteral("XXXXXX")));
+    if (!staging.isValid())
+        throw RuntimeError(ErrorNumber::PathFileAccessError, staging.errorString());
+    QStringList staged;
     QStringList written;
     for (int number = 1; number <= pageCount(); ++number) {
-        const QString path = filePath(number);
+        const QString name = QFileInfo(filePath(number)).fileName();
+        const QString path = staging.filePath(name);
         TextFile::writeAtomically(path, encode(pageText(number)));
-        written.append(path);
+        staged.append(path);
+        written.append(folder.filePath(name));
     }
-    if (pageCount() > 1) {
-        // A one-page export of the same base may have left the unnumbered file behind.
-        QFile::remove(m_base + HtmlExtension);
+
+    // 2. The swap, under the folder's lock for this base name.
+    QLockFile lock(lockFilePath(m_exportFile));
+    lock.setStaleLockTime(LockStaleAfter);
+    if (!lock.tryLock(LockWait))
+        throw RuntimeError(ErrorNumber::PathFileAccessError,
+                           QStringLiteral("Path/File access error: %1 is locked")
+                               .arg(lock.error() == QLockFile::LockFailedError
+                                        ? target.fileName()
+                                        : lockFilePath(m_exportFile)));
+    // The old set: the unnumbered page and every numbered one of this base.
+    const QRegularExpression page(QLatin1Char('^') + QRegularExpression::escape(baseName) +
+                                      QStringLiteral("([1-9][0-9]*)?\\.htm$"),
+                                  QRegularExpression::CaseInsensitiveOption);
+    QStringList old;
+    for (const QString &name : folder.entryList({baseName + QStringLiteral("*")}, QDir::Files)) {
+        if (page.match(name).hasMatch())
+            old.append(name);
+    }
+    for (qsizetype i = 0; i < staged.size(); ++i) {
+        std::error_code error;
+        std::filesystem::rename(QFile::encodeName(staged.at(i)).toStdString(),
+                                QFile::encodeName(written.at(i)).toStdString(), error);
+        if (error)
+            throw RuntimeError(ErrorNumber::PathFileAccessError,
+                               QString::fromStdString(error.message()));
+    }
+    for (const QString &name : std::as_const(old)) {
+        if (!written.contains(folder.filePath(name)))
+            QFile::remove(folder.filePath(name));
+    }
+    // Folders of exports that were killed before their swap.
+    const QDateTime quiet = QDateTime::currentDateTimeUtc().addSecs(-60);
+    for (const QFileInfo &left : folder.entryInfoList({stagingPrefix + QStringLiteral("??????")},
+                                                      QDir::Dirs | QDir::Hidden)) {
+        if (left.absoluteFilePath() != QFileInfo(staging.path()).absoluteFilePath() &&
+            left.lastModified().toUTC() < quiet)
+            QDir(left.absoluteFilePath()).removeRecursively();
     }
     return written;
 }

@@ -28,6 +28,11 @@ public:
     // page does not exist.
     void setBottomBar(int page, const QString &barTemplate);
 
+    // Style rules of our own for one page's frame (written into its head), such as the sizes of
+    // its horizontal rules; the fragments themselves are left as they are. Throws RuntimeError 9
+    // when the page does not exist.
+    void setPageStyle(int page, const QString &rules);
+
     // Starts the next page and returns its number; later fragments go there.
     int addPage();
     // Appends to the last page, starting page 1 when there is none yet.
@@ -43,10 +48,21 @@ public:
     // The complete text of a page file, before encoding.
     QString pageText(int page) const;
 
-    // Writes every page (Windows-1252, through an atomic save) and deletes the unnumbered file
-    // when there are several pages. Returns the written paths in page order; nothing is written
-    // for a document without pages. Throws RuntimeError as TextFile::writeAtomically does.
+    // Writes every page (Windows-1252) and deletes the unnumbered file when there are several
+    // pages. Returns the written paths in page order; nothing is written for a document without
+    // pages. Throws RuntimeError as TextFile::writeAtomically does, and 75 when the set cannot
+    // be swapped in.
+    //
+    // The set is replaced as a whole: the pages are first written into a fresh folder beside
+    // the target, so a failure (a full disk) leaves the old set as it was; then, holding the
+    // folder's lock file for this base name, they are renamed over the old pages and the old
+    // set's other pages (numbered files beyond the new count, the unnumbered file) are deleted.
+    // Two exports into one folder therefore never interleave their pages: the last to take the
+    // lock leaves its whole set.
     QStringList write() const;
+
+    // The lock file that guards the swap of the page set of exportFile ("base.htm").
+    static QString lockFilePath(const QString &exportFile);
 
     // Fills a navigation bar template the way the engine's formatting does: each "%s" takes the
     // next of links, each "%d" the next of numbers (nothing when they run out), "%%" becomes "%";
@@ -61,6 +77,7 @@ private:
     struct Page {
         QString fragments;
         QString bottomBar;
+        QString style;
     };
 
     Page &page(int number);

@@ -1,5 +1,6 @@
 #include "render/PageBands.h"
 
+#include "render/HtmlFragments.h"
 #include "render/OutputHelpers.h"
 #include "render/PageEngine.h"
 #include "render/ReportData.h"
@@ -127,6 +128,13 @@ void drawTemplateLine(PageEngine &engine, const CustomLine &line, QPointF origin
     engine.setPenStyle(PenStyles::Solid);
 }
 
+void drawTemplateLine(OutputHelpers &out, const CustomLine &line, QPointF origin) {
+    drawTemplateLine(out.engine(), line, origin);
+    if (out.job().htmlExport)
+        out.engine().ExportRaw(
+            HtmlFragments::horizontalRule(origin.x() + line.tLeft, origin.y() + line.tTop));
+}
+
 void drawTemplateRectangles(PageEngine &engine, const TemplateLayout &layout, QPointF origin) {
     for (int slot = 1; slot <= TemplateLayout::RectCapacity; ++slot) {
         const PrintRect &rect = layout.rect(slot);
@@ -188,7 +196,7 @@ void PageBands::draw(OutputHelpers &out, Band band, int pageNumber, int pageTota
     PageEngine &engine = out.engine();
     const QPointF at = origin(band, engine);
     for (const CustomLine &line : band == Band::Header ? m_headerLines : m_footerLines)
-        drawTemplateLine(engine, line, at);
+        drawTemplateLine(out, line, at);
     for (const CustomTemplate &box : boxes(band))
         drawBox(out, box, at, pageNumber, pageTotal);
 }

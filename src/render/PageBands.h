@@ -38,6 +38,9 @@ PageFieldFlags findPageFieldFlags(const TemplateLayout &layout);
 // Draws a template's line as the designer shows it: a bar of its width and height, drawn as one
 // line as thick as the bar's short side, in its colour and dash style, offset by origin.
 void drawTemplateLine(PageEngine &engine, const CustomLine &line, QPointF origin);
+// The same through the output helpers: while an HTML export runs, the line also goes into the
+// page as a horizontal rule at the bar's top-left corner, as the body's separator lines do.
+void drawTemplateLine(OutputHelpers &out, const CustomLine &line, QPointF origin);
 
 // Draws the template's visible rectangles (the geometry recorded when they were placed),
 // measured from origin (the page-body origin).

@@ -133,7 +133,7 @@ void BoxSectionRenderer::drawBodyFrames(OutputHelpers &out, const SectionFlow &f
             continue;
         const SectionFlow::Position at = flow.positionOf(line.top);
         onPage(at.sectionPage, [&] {
-            drawTemplateLine(engine, CustomLine::fromLine(line), QPointF(left, at.y - line.top));
+            drawTemplateLine(out, CustomLine::fromLine(line), QPointF(left, at.y - line.top));
         });
     }
     engine.setBrushStyle(BrushStyles::Solid);

@@ -25,7 +25,10 @@ QString templateName(const QString &path) {
 }
 
 QString exportFolder(const QString &directory, const QString &fallback) {
-    const QString folder = QDir::cleanPath(directory.isEmpty() ? fallback : directory);
+    // Absolute, so that the files the pages link to (status icons) are named from any folder
+    // the browser opens the pages from, not from the working folder of the export.
+    const QString folder =
+        QDir::cleanPath(QDir().absoluteFilePath(directory.isEmpty() ? fallback : directory));
     // The settings' folders are made at start-up; a folder named for this export may be new.
     QDir().mkpath(folder);
     return folder;

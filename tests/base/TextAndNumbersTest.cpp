@@ -8,6 +8,7 @@
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
@@ -30,6 +31,7 @@ private slots:
     void splitLines();
     void readMissingFile();
     void atomicWriteFailuresKeepOldFile();
+    void atomicWriteRemovesItsLeftovers();
     void parseNumber_data();
     void parseNumber();
     void overflow_data();
@@ -128,6 +130,35 @@ void TextAndNumbersTest::atomicWriteFailuresKeepOldFile() {
         }
     }
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("keep.cst")});
+}
+
+// A save killed before its rename leaves its complete temporary file beside the target; the
+// next successful save of that file removes it. A younger one may belong to a save still
+// running elsewhere and stays, and files of other names are never touched.
+void TextAndNumbersTest::atomicWriteRemovesItsLeftovers() {
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("Office.grp"));
+    const QDateTime old = QDateTime::currentDateTimeUtc().addSecs(-3600);
+    const auto place = [&](const QString &name, bool stale) {
+        const QString file = dir.filePath(name);
+        testsupport::writeBytes(file, "[Print State]\r\n");
+        if (stale) {
+            QFile f(file);
+            QVERIFY(f.open(QIODevice::ReadWrite));
+            QVERIFY(f.setFileTime(old, QFileDevice::FileModificationTime));
+        }
+    };
+    place(QStringLiteral("Office.grp.aB3xY9"), true);   // killed save: goes
+    place(QStringLiteral("Office.grp.Qw12er"), false);  // running save: stays
+    place(QStringLiteral("Office.grp.toolong1"), true); // not our naming: stays
+    place(QStringLiteral("Other.grp.aB3xY9"), true);    // another file's: stays
+    place(QStringLiteral("Office.grp.a-3xY9"), true);   // not our naming: stays
+    TextFile::writeAtomically(path, "new\r\n");
+    QCOMPARE(
+        QDir(dir.path()).entryList(QDir::Files, QDir::Name),
+        (QStringList{QStringLiteral("Office.grp"), QStringLiteral("Office.grp.Qw12er"),
+                     QStringLiteral("Office.grp.a-3xY9"), QStringLiteral("Office.grp.toolong1"),
+                     QStringLiteral("Other.grp.aB3xY9")}));
 }
 
 void TextAndNumbersTest::parseNumber_data() {

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (!fuzz::writeScratch(path, fuzz::inputBytes(data, size)))
         return 0;
     try {
-        const TemplateGroup group = GroupFile::read(path);
+        const ReportSelection group = GroupFile::read(path);
         GroupFile::bytes(group);
     } catch (const RuntimeError &) {
         // A printable value that is not a number is refused by design (type mismatch).

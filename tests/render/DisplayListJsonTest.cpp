@@ -50,12 +50,29 @@ void DisplayListJsonTest::numbersAreRounded() {
 }
 
 void DisplayListJsonTest::renderCommandWritesEveryOutput() {
-    // The job file prints no section: the document is the one empty page StartDoc begins.
+    // The job file prints no section: the print check refuses it, and nothing is written.
     QTemporaryDir dir;
     testsupport::writeBytes(dir.filePath(QStringLiteral("job.sif")), "PN=DESK\r\nQT=1\r\n");
     const QString job = dir.filePath(QStringLiteral("job.ini"));
     testsupport::writeBytes(job, "[Printer]\r\nTempPrintDocument=job.sif\r\nFunction=2\r\n"
                                  "Cover Printable=0\r\nBody Printable=0\r\n"
+                                 "Summary Printable=0\r\n");
+    QProcess refused;
+    refused.start(QStringLiteral(TAVREL_BIN_DIR "/tavrel-cli"),
+                  {QStringLiteral("render"), job, QStringLiteral("--dump"),
+                   dir.filePath(QStringLiteral("dump.json"))});
+    QVERIFY(refused.waitForFinished(60000));
+    QCOMPARE(refused.exitCode(), 1);
+    QCOMPARE(refused.readAllStandardError(),
+             QByteArray("At least select one item to be printable.\n"));
+    QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("dump.json"))));
+
+    // The body alone from a template that places nothing: the document is the one empty page
+    // StartDoc begins.
+    testsupport::writeBytes(dir.filePath(QStringLiteral("empty.cst")), "[Other Info]\r\n");
+    testsupport::writeBytes(job, "[Printer]\r\nTempPrintDocument=job.sif\r\nFunction=2\r\n"
+                                 "Body Template=empty.cst\r\n"
+                                 "Cover Printable=0\r\nBody Printable=1\r\n"
                                  "Summary Printable=0\r\n");
     QProcess cli;
     cli.start(QStringLiteral(TAVREL_BIN_DIR "/tavrel-cli"),

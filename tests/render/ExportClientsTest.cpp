@@ -1,15 +1,23 @@
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 
+#include "base/IniFile.h"
 #include "render/ExportTestFiles.h"
 
+#include <QElapsedTimer>
 #include <QImage>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
+
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 using namespace tavrel;
 
@@ -18,9 +26,12 @@ namespace {
 constexpr int ClientTimeout = 120000;
 
 // Runs a client program to its end; returns its standard output, or an error text in problem.
-QByteArray runClient(const QString &program, const QStringList &arguments, QString &problem) {
+QByteArray runClient(const QString &program, const QStringList &arguments, QString &problem,
+                     const QString &workingDirectory = {}) {
     QProcess process;
     process.setProgram(program);
+    if (!workingDirectory.isEmpty())
+        process.setWorkingDirectory(workingDirectory);
     process.setArguments(arguments);
     process.start();
     if (!process.waitForFinished(ClientTimeout)) {
@@ -66,6 +77,75 @@ QString exportWithCli(const QString &jobFile, const QString &option, const QStri
     return problem;
 }
 
+// The Classic body template with one caption changed, written into folder as name.
+QString changedBodyTemplate(const QString &folder, const QString &name, const QByteArray &from,
+                            const QByteArray &to) {
+    QByteArray body = testsupport::readBytes(exporttest::templateFolder() +
+                                             QStringLiteral("/Classic Customer.cst"));
+    if (!body.contains(from))
+        return {};
+    body.replace(from, to);
+    const QString path = QDir(folder).filePath(name);
+    testsupport::writeBytes(path, body);
+    return path;
+}
+
+// The page with a script added that writes, once everything has loaded, how many of its images
+// the browser could show: "images: loaded/all". Kept beside the page, so links resolve alike.
+QString withImageCheck(const QString &page) {
+    QByteArray html = testsupport::readBytes(page);
+    html.replace("</body>",
+                 "<script>window.addEventListener('load', function () {"
+                 "var all = document.images.length, ok = 0;"
+                 "for (var i = 0; i < all; ++i) if (document.images[i].naturalWidth > 0) ++ok;"
+                 "document.body.setAttribute('data-images', ok + '/' + all);});</script></body>");
+    const QString checked = QFileInfo(page).dir().filePath(QStringLiteral("check-images.htm"));
+    testsupport::writeBytes(checked, html);
+    return checked;
+}
+
+// A TCP listener on 127.0.0.1 (a free port) that only counts: whatever connects to it is a fetch
+// that should not have happened. Nothing is answered; the kernel's backlog holds connections.
+class LoopbackListener {
+public:
+    LoopbackListener() {
+        m_socket = ::socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        if (m_socket < 0 ||
+            ::bind(m_socket, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0 ||
+            ::listen(m_socket, 16) != 0 ||
+            ::getsockname(m_socket, reinterpret_cast<sockaddr *>(&address), &length) != 0)
+            return;
+        m_port = ntohs(address.sin_port);
+    }
+    ~LoopbackListener() {
+        if (m_socket >= 0)
+            ::close(m_socket);
+    }
+    LoopbackListener(const LoopbackListener &) = delete;
+    LoopbackListener &operator=(const LoopbackListener &) = delete;
+
+    int port() const { return m_port; }
+    // Takes a connection waiting for at most waitMs and closes it unanswered, so that the
+    // client does not wait on it; answers whether there was one.
+    bool takeConnection(int waitMs) const {
+        pollfd fd{m_socket, POLLIN, 0};
+        if (::poll(&fd, 1, waitMs) <= 0)
+            return false;
+        const int connection = ::accept(m_socket, nullptr, nullptr);
+        if (connection >= 0)
+            ::close(connection);
+        return true;
+    }
+
+private:
+    int m_socket = -1;
+    int m_port = 0;
+};
+
 } // namespace
 
 // The exported files opened by the programs people use: HTML pages in Chromium, the RTF document
@@ -76,6 +156,8 @@ class ExportClientsTest : public QObject {
 private slots:
     void chromiumShowsPagesAndFollowsLinks();
     void libreOfficeReadsRtf();
+    void relativeFolderShowsEveryImage();
+    void fontNameCannotFetch();
 };
 
 void ExportClientsTest::chromiumShowsPagesAndFollowsLinks() {
@@ -174,6 +256,89 @@ void ExportClientsTest::libreOfficeReadsRtf() {
         QVERIFY2(text.contains(QStringLiteral("PART-%1").arg(item)), qPrintable(text));
         QVERIFY2(text.contains(exporttest::itemDescription(item)), qPrintable(text));
     }
+}
+
+// An export into a folder named relative to the working folder: the browser finds every picture
+// the pages name (the status icons of a "Complete" column).
+void ExportClientsTest::relativeFolderShowsEveryImage() {
+    const QString chromium = QStandardPaths::findExecutable(QStringLiteral("chromium"));
+    if (chromium.isEmpty())
+        QSKIP("chromium is not installed");
+    QTemporaryDir dir;
+    const QString jobFile = exporttest::writeJob(dir.path(), 5, {false, true, false});
+    const QString icons =
+        changedBodyTemplate(dir.path(), QStringLiteral("Icons.cst"), "Box_13_Caption=EXT List$\r\n",
+                            "Box_13_Caption=Complete\r\n");
+    QVERIFY(!icons.isEmpty());
+    IniFile::write(jobFile, QStringLiteral("Printer"), {{QStringLiteral("Body Template"), icons}});
+    QString problem;
+    runClient(QStringLiteral(TAVREL_BIN_DIR "/tavrel-cli"),
+              {QStringLiteral("render"), jobFile, QStringLiteral("--html"), QStringLiteral("html"),
+               QStringLiteral("--no-open")},
+              problem, dir.path());
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    const QString page = dir.filePath(QStringLiteral("html/IconsCst.htm"));
+    QVERIFY(QFile::exists(page));
+    QStringList dump = chromiumArguments(dir.filePath(QStringLiteral("profile")));
+    dump << QStringLiteral("--virtual-time-budget=5000") << QStringLiteral("--dump-dom")
+         << QUrl::fromLocalFile(withImageCheck(page)).toString();
+    const QString dom = QString::fromUtf8(runClient(chromium, dump, problem));
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    const QRegularExpressionMatch images =
+        QRegularExpression(QStringLiteral("data-images=\"(\\d+)/(\\d+)\"")).match(dom);
+    QVERIFY2(images.hasMatch(), qPrintable(dom.left(2000)));
+    QVERIFY(images.captured(2).toInt() >= 5); // one icon per item
+    QCOMPARE(images.captured(1), images.captured(2));
+}
+
+// A template whose font name tries to add a declaration that fetches a URL: the browser showing
+// the export asks the loopback listener for nothing.
+void ExportClientsTest::fontNameCannotFetch() {
+    const QString chromium = QStandardPaths::findExecutable(QStringLiteral("chromium"));
+    if (chromium.isEmpty())
+        QSKIP("chromium is not installed");
+    const LoopbackListener listener;
+    QVERIFY(listener.port() > 0);
+    const QByteArray url = "http://127.0.0.1:" + QByteArray::number(listener.port()) + "/x.png";
+    QTemporaryDir dir;
+    const QString jobFile = exporttest::writeJob(dir.path(), 3, {false, true, false});
+    const QString hostile =
+        changedBodyTemplate(dir.path(), QStringLiteral("Hostile.cst"), "Box_9_FontName=Arial\r\n",
+                            "Box_9_FontName=Arial; background-image: url(" + url + ")\r\n");
+    QVERIFY(!hostile.isEmpty());
+    IniFile::write(jobFile, QStringLiteral("Printer"),
+                   {{QStringLiteral("Body Template"), hostile}});
+    const QDir out(dir.filePath(QStringLiteral("html")));
+    const QString failure = exportWithCli(jobFile, QStringLiteral("--html"), out.path());
+    QVERIFY2(failure.isEmpty(), qPrintable(failure));
+    const QString page = out.filePath(QStringLiteral("HostileCst.htm"));
+    const QByteArray html = testsupport::readBytes(page);
+    QVERIFY(!html.contains("background-image"));
+    QVERIFY(!html.contains(url));
+    QVERIFY(html.contains("; font-family: Arial; font-weight: "));
+
+    // The browser renders the page while the listener counts what reaches it; a fetch is
+    // closed unanswered at once, so the browser goes on. Bounded by the client timeout.
+    QStringList shot = chromiumArguments(dir.filePath(QStringLiteral("profile")));
+    shot << QStringLiteral("--virtual-time-budget=3000")
+         << QStringLiteral("--screenshot=") + dir.filePath(QStringLiteral("hostile.png"))
+         << QStringLiteral("--window-size=1000,1300") << QUrl::fromLocalFile(page).toString();
+    QProcess browser;
+    browser.start(chromium, shot);
+    QVERIFY(browser.waitForStarted());
+    int fetches = 0;
+    QElapsedTimer timer;
+    timer.start();
+    while (!browser.waitForFinished(50) && timer.elapsed() < ClientTimeout)
+        fetches += listener.takeConnection(0) ? 1 : 0;
+    if (browser.state() != QProcess::NotRunning) {
+        browser.kill();
+        browser.waitForFinished();
+    }
+    fetches += listener.takeConnection(200) ? 1 : 0;
+    QCOMPARE(fetches, 0);
+    QCOMPARE(browser.exitCode(), 0);
+    QVERIFY(QFile::exists(dir.filePath(QStringLiteral("hostile.png"))));
 }
 
 TAVREL_TEST(ExportClientsTest)

@@ -44,6 +44,9 @@ private slots:
     void fragmentsMatchGoldenFiles();
     void hostileValuesStayText_data();
     void hostileValuesStayText();
+    void fontFamily_data();
+    void fontFamily();
+    void injectedFontNameMatchesGolden();
 };
 
 void HtmlFragmentsTest::inches_data() {
@@ -215,19 +218,26 @@ void HtmlFragmentsTest::hostileValuesStayText_data() {
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("asText");
     QTest::addColumn<QString>("asAttribute");
+    // A font family holds a name and nothing else: it ends where the name does.
+    QTest::addColumn<QString>("asFontFamily");
     QTest::newRow("script") << "<script>alert(1)</script>"
                             << "&lt;script&gt;alert(1)&lt;/script&gt;"
-                            << "&lt;script&gt;alert(1)&lt;/script&gt;";
+                            << "&lt;script&gt;alert(1)&lt;/script&gt;"
+                            << "";
     QTest::newRow("ampersand") << "a & b"
                                << "a &amp; b"
-                               << "a &amp; b";
+                               << "a &amp; b"
+                               << "a";
     QTest::newRow("quotes") << "\"quoted\""
                             << "\"quoted\""
-                            << "&quot;quoted&quot;";
+                            << "&quot;quoted&quot;"
+                            << "";
     QTest::newRow("rtf braces") << "{\\rtf}"
                                 << "{\\rtf}"
-                                << "{\\rtf}";
+                                << "{\\rtf}"
+                                << "";
     QTest::newRow("accent") << "\u00E9"
+                            << "\u00E9"
                             << "\u00E9"
                             << "\u00E9";
 }
@@ -236,6 +246,7 @@ void HtmlFragmentsTest::hostileValuesStayText() {
     QFETCH(QString, value);
     QFETCH(QString, asText);
     QFETCH(QString, asAttribute);
+    QFETCH(QString, asFontFamily);
 
     QString paragraph =
         HtmlFragments::textParagraph(arial10(), 0, 0, 1440, HtmlMarkup::fromData(value));
@@ -244,10 +255,56 @@ void HtmlFragmentsTest::hostileValuesStayText() {
     HtmlTextFormat namedFont = arial10();
     namedFont.fontName = value;
     paragraph = HtmlFragments::textParagraph(namedFont, 0, 0, 1440, {});
-    QVERIFY(paragraph.contains("; font-family: " + asAttribute + "; font-weight: "));
+    QVERIFY2(paragraph.contains("; font-family: " + asFontFamily + "; font-weight: "),
+             qPrintable(paragraph));
 
     QVERIFY(HtmlFragments::picture(value, 0, 0).contains(" SRC=\"" + asAttribute + "\" WIDTH"));
     QVERIFY(HtmlFragments::statusIcon(value, 0, 0).contains("SRC=\"" + asAttribute + "\" WIDTH"));
+}
+
+void HtmlFragmentsTest::fontFamily_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("family");
+    QTest::newRow("plain") << "Arial"
+                           << "Arial";
+    QTest::newRow("blanks inside") << "Times New Roman"
+                                   << "Times New Roman";
+    QTest::newRow("dash and dot") << "Liberation Sans-Bold 2.1"
+                                  << "Liberation Sans-Bold 2.1";
+    QTest::newRow("blanks around") << "  Courier New  "
+                                   << "Courier New";
+    QTest::newRow("new declaration") << "Arial; background-image: url(http://127.0.0.1:8765/x)"
+                                     << "Arial";
+    QTest::newRow("colon") << "Arial:x"
+                           << "Arial";
+    QTest::newRow("quote ends the attribute") << "Arial\" onmouseover=\"x"
+                                              << "Arial";
+    QTest::newRow("css escape") << "Arial\\3b color: red"
+                                << "Arial";
+    QTest::newRow("comment") << "Arial/**/;color:red"
+                             << "Arial";
+    QTest::newRow("brace") << "Arial}body{color:red"
+                           << "Arial";
+    QTest::newRow("line break") << "Arial\ncolor: red"
+                                << "Arial";
+    QTest::newRow("nothing left") << ";color:red"
+                                  << "";
+}
+
+void HtmlFragmentsTest::fontFamily() {
+    QFETCH(QString, name);
+    QFETCH(QString, family);
+    QCOMPARE(HtmlFragments::fontFamily(name), family);
+}
+
+// The paragraph of a box whose template names a font that tries to add a declaration of its own.
+void HtmlFragmentsTest::injectedFontNameMatchesGolden() {
+    HtmlTextFormat format = arial10();
+    format.fontName = "Arial; background-image: url(http://127.0.0.1:8765/x)";
+    const QString failure =
+        golden(HtmlFragments::textParagraph(format, 720, 1440, 2880, HtmlMarkup::fromData(u"Desk")),
+               "paragraph_font_injection.txt");
+    QVERIFY2(failure.isEmpty(), qPrintable(failure));
 }
 
 TAVREL_TEST(HtmlFragmentsTest)

@@ -1,4 +1,6 @@
 #include "shell/ReportExport.h"
+#include "base/IniFile.h"
+#include "base/RuntimeError.h"
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
@@ -68,6 +70,11 @@ private slots:
     void hostileValueIsEscaped();
     void rtfHoldsEveryItem();
     void coverPictureTakesTheBandForm();
+    void templateLinesBecomeRules_data();
+    void templateLinesBecomeRules();
+    void rtfRowsTakeTheJobLengths();
+    void relativeFolderLinksFromThePage();
+    void failedExportKeepsTheOldSet();
 };
 
 void ReportExportTest::twoPageJobMatchesGolden() {
@@ -201,6 +208,165 @@ void ReportExportTest::coverPictureTakesTheBandForm() {
     const QByteArray page = testsupport::readBytes(first);
     QVERIFY2(page.contains(" SRC=\"" + logo.toUtf8() + "\" HEIGHT=50 WIDTH=50 /> "),
              page.constData());
+}
+
+// Every line of a cover or summary template, in the page body and in the header and footer
+// bands, goes into the page as a horizontal rule where it is drawn.
+void ReportExportTest::templateLinesBecomeRules_data() {
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("golden");
+    QTest::newRow("cover") << 0 << "render/html/cover-lines.htm";
+    QTest::newRow("summary") << 2 << "render/html/summary-lines.htm";
+}
+
+void ReportExportTest::templateLinesBecomeRules() {
+    QFETCH(int, row);
+    QFETCH(QString, golden);
+    Job job;
+    QVERIFY(job.load(3));
+    const MenuSelection selection = job.selection(row == 0, false, row == 2);
+    const QString first = ReportExport::exportHtml(job.context, selection, job.prompter,
+                                                   job.exportFolder(), job.options());
+    const QByteArray page = testsupport::readBytes(first);
+    // One rule per line of the template (each on the one page), wherever the line sits.
+    const QByteArray layout = testsupport::readBytes(selection.templates[std::size_t(row)]);
+    const qsizetype lines =
+        QString::fromLatin1(layout).count(QRegularExpression(QStringLiteral("Line_\\d+_Placed=1")));
+    QVERIFY(lines >= 3);
+    QCOMPARE(page.count("<HR STYLE=\" Position: Absolute; left: "), lines);
+    const QString problem = testsupport::compareWithGolden(job.portable(page), golden);
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+}
+
+// A body template whose first column is the manufacturer, items without one, and the job's own
+// lengths for the part number (24) and the manufacturer (12): every item row starts its own
+// paragraph and each column is as wide as its length.
+void ReportExportTest::rtfRowsTakeTheJobLengths() {
+    Job job;
+    QVERIFY(job.load(1));
+    QByteArray sif = "SF=Harbor Point Offices.sp4\r\nST=Export Test\r\n";
+    for (int i = 1; i <= 6; ++i) {
+        sif += "PN=P-" + QByteArray::number(i) + "\r\nPD=Desk " + QByteArray::number(i) +
+               "\r\nQT=1\r\nPL=10.00\r\nSP=6.00\r\n";
+        if (i % 3 == 0)
+            sif += "MC=LWS\r\n";
+    }
+    testsupport::writeBytes(job.dir.filePath(QStringLiteral("job.sif")), sif);
+    const QString jobFile = job.dir.filePath(QStringLiteral("job.ini"));
+    IniFile::write(jobFile, QStringLiteral("Printer"),
+                   {{QStringLiteral("PN"), QStringLiteral("24,Part")},
+                    {QStringLiteral("MC"), QStringLiteral("12")}});
+    AppContext context;
+    QVERIFY(Startup::loadJob(context, jobFile, job.dir.path(), job.prompter, PrinterList{}));
+    QCOMPARE(context.fieldLengths.length(QStringLiteral("PN")), 24);
+    QCOMPARE(context.fieldLengths.length(QStringLiteral("MC")), 12);
+
+    // The Classic body with its first two columns' captions swapped: Mfg first, then the
+    // description, then the part number.
+    QByteArray body = testsupport::readBytes(exporttest::templateFolder() +
+                                             QStringLiteral("/Classic Customer.cst"));
+    QVERIFY(body.contains("Box_8_Caption=Part Number\r\n"));
+    QVERIFY(body.contains("Box_10_Caption=Mfg\r\n"));
+    body.replace("Box_8_Caption=Part Number\r\n", "Box_8_Caption=@\r\n");
+    body.replace("Box_10_Caption=Mfg\r\n", "Box_10_Caption=Part Number\r\n");
+    body.replace("Box_8_Caption=@\r\n", "Box_8_Caption=Mfg\r\n");
+    MenuSelection selection = job.selection(false, true, false);
+    selection.templates[1] = job.dir.filePath(QStringLiteral("Mfg First.cst"));
+    testsupport::writeBytes(selection.templates[1], body);
+
+    const QString rtf = ReportExport::exportRtf(context, selection, job.prompter,
+                                                job.exportFolder(), job.options());
+    const QByteArray document = testsupport::readBytes(rtf);
+    // Mfg (12), description (its 34), part number: an item without a manufacturer starts its
+    // row with twelve blanks after the paragraph mark's own delimiter.
+    QVERIFY2(document.contains("\\par             Desk 1" + QByteArray(34 - 6, ' ') + "P-1"),
+             document.constData());
+    QVERIFY2(document.contains("\\par LWS" + QByteArray(9, ' ') + "Desk 3"), document.constData());
+    const QString problem = testsupport::compareWithGolden(
+        job.portable(document), QStringLiteral("render/html/mfg-first.rtf"));
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+}
+
+// An export folder named relative to the working folder: the pages still name their status
+// icons so that they are found from the pages' own folder.
+void ReportExportTest::relativeFolderLinksFromThePage() {
+    Job job;
+    QVERIFY(job.load(3));
+    QByteArray body = testsupport::readBytes(exporttest::templateFolder() +
+                                             QStringLiteral("/Classic Customer.cst"));
+    QVERIFY(body.contains("Box_13_Caption=EXT List$\r\n"));
+    body.replace("Box_13_Caption=EXT List$\r\n", "Box_13_Caption=Complete\r\n");
+    MenuSelection selection = job.selection(false, true, false);
+    selection.templates[1] = job.dir.filePath(QStringLiteral("Icons.cst"));
+    testsupport::writeBytes(selection.templates[1], body);
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(job.dir.path()));
+    QString first;
+    try {
+        first = ReportExport::exportHtml(job.context, selection, job.prompter,
+                                         QStringLiteral("html"), job.options());
+    } catch (...) {
+        QDir::setCurrent(before);
+        throw;
+    }
+    QDir::setCurrent(before);
+    const QString page = QString::fromLatin1(testsupport::readBytes(first));
+    const QRegularExpression icon(QStringLiteral("SRC=\"([^\"]*status[^\"]*)\""));
+    QRegularExpressionMatchIterator it = icon.globalMatch(page);
+    QVERIFY(it.hasNext());
+    while (it.hasNext()) {
+        const QString link = it.next().captured(1);
+        const QString resolved = QFileInfo(first).dir().filePath(link);
+        QVERIFY2(QFileInfo(resolved).isFile(), qPrintable(link));
+    }
+}
+
+// A page set that cannot be written whole (the disk fills up after its first page) leaves the
+// old set as it was: no new page beside old ones, no file of the attempt left behind.
+void ReportExportTest::failedExportKeepsTheOldSet() {
+    Job job;
+    QVERIFY(job.load(40));
+    const MenuSelection selection = job.selection(true, true, true);
+    ReportExport::exportHtml(job.context, selection, job.prompter, job.exportFolder(),
+                             job.options());
+    const QDir out(job.exportFolder());
+    const auto everything = [](const QDir &folder) {
+        return folder.entryList(QDir::Files | QDir::Hidden | QDir::Dirs | QDir::NoDotAndDotDot,
+                                QDir::Name);
+    };
+    const QStringList files = everything(out);
+    QVERIFY2(files.size() >= 3, qPrintable(files.join(QLatin1Char(','))));
+    QHash<QString, QByteArray> old;
+    for (const QString &name : files)
+        old.insert(name, testsupport::readBytes(out.filePath(name)));
+
+    // The new job's pages, written elsewhere first: the disk will hold its first page, not the
+    // largest.
+    Job larger;
+    QVERIFY(larger.load(90));
+    const QString probe = larger.dir.filePath(QStringLiteral("probe"));
+    ReportExport::exportHtml(larger.context, selection, larger.prompter, probe, larger.options());
+    const QFileInfoList pages =
+        QDir(probe).entryInfoList({QStringLiteral("*.htm")}, QDir::Files, QDir::Name);
+    QVERIFY(pages.size() > files.size());
+    const qint64 room =
+        QFileInfo(QDir(probe).filePath(QStringLiteral("Harbor Point Offices1.htm"))).size();
+    qint64 largest = 0;
+    for (const QFileInfo &page : pages)
+        largest = std::max(largest, page.size());
+    QVERIFY(largest > room);
+
+    try {
+        const exporttest::FileSizeLimit full{rlim_t(room)};
+        ReportExport::exportHtml(larger.context, selection, larger.prompter, job.exportFolder(),
+                                 larger.options());
+        QFAIL("the export did not fail");
+    } catch (const RuntimeError &error) {
+        QCOMPARE(error.number(), 61);
+    }
+    QCOMPARE(everything(out), files);
+    for (const QString &name : files)
+        QCOMPARE(testsupport::readBytes(out.filePath(name)), old.value(name));
 }
 
 TAVREL_TEST(ReportExportTest)

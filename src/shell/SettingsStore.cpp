@@ -80,7 +80,8 @@ QString selectPrinter(const QString &stored, const PrinterList &printers, bool *
     return printers.current;
 }
 
-PrinterSettings readPrinterSettings(const QString &jobFile, const PrinterList &printers) {
+PrinterSettings readPrinterSettings(const QString &jobFile, const PrinterList &printers,
+                                    const std::function<void(const RuntimeError &)> &writeFailed) {
     const IniFile ini = IniFile::load(jobFile);
     const QString &section = printerSection();
     const auto text = [&](const char *key) { return ini.value(section, QLatin1String(key)); };
@@ -121,8 +122,15 @@ PrinterSettings readPrinterSettings(const QString &jobFile, const PrinterList &p
     bool writeBack = false;
     s.printerDeviceName = selectPrinter(storedPrinter.isEmpty() ? printers.current : storedPrinter,
                                         printers, &writeBack);
-    if (writeBack)
-        WriteIniValue(section, QStringLiteral("PrinterDeviceName"), s.printerDeviceName, jobFile);
+    if (writeBack) {
+        try {
+            IniFile::write(jobFile, section, QStringLiteral("PrinterDeviceName"),
+                           s.printerDeviceName);
+        } catch (const RuntimeError &error) {
+            if (writeFailed)
+                writeFailed(error);
+        }
+    }
 
     const QString box = text("Box");
     s.box = box.isEmpty() ? QStringLiteral("0") : box;

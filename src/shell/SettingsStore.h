@@ -1,8 +1,11 @@
 #pragma once
 
+#include "base/RuntimeError.h"
 #include "shell/Settings.h"
 
 #include <QStringList>
+
+#include <functional>
 
 namespace tavrel {
 
@@ -31,8 +34,11 @@ UserPreferences readUserPreferences(const QString &jobFile);
 
 // Reads section "Printer" (every key but the field code lengths and the print selection) with
 // its defaults, skipping silently what fails; then applies the printer selection rule, writing
-// the current printer's name back when the stored one is not installed.
-PrinterSettings readPrinterSettings(const QString &jobFile, const PrinterList &printers);
+// the current printer's name back when the stored one is not installed. A write-back that fails
+// leaves the job file as it was and goes to writeFailed.
+PrinterSettings
+readPrinterSettings(const QString &jobFile, const PrinterList &printers,
+                    const std::function<void(const RuntimeError &)> &writeFailed = {});
 
 // The printer selection rule alone: the stored name when it is the current printer or an
 // installed one, otherwise the current printer (and writeBack is set).

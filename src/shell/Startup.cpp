@@ -20,7 +20,32 @@ void makeFolder(const QString &path) {
     QDir().mkdir(path);
 }
 
+// A path of the job that cannot be resolved: reported under the key it came from.
+bool reportUnresolved(Prompter &prompter, const QString &key, const QString &value) {
+    const RuntimeError error(
+        ErrorNumber::BadFileName,
+        QStringLiteral("%1 (%2: %3)")
+            .arg(RuntimeError::standardDescription(ErrorNumber::BadFileName), key, value));
+    reportError(prompter, procedureName(), error);
+    return false;
+}
+
+// Start-up's own writes to the job file are reported like every other failed write; the job
+// file stays as it was and start-up goes on.
+void writeBack(const QString &jobFile, const QString &key, const QString &value,
+               Prompter &prompter) {
+    try {
+        IniFile::write(jobFile, SettingsStore::printerSection(), key, value);
+    } catch (const RuntimeError &error) {
+        reportError(prompter, procedureName(), error);
+    }
+}
+
 } // namespace
+
+QString procedureName() {
+    return QStringLiteral("Main.");
+}
 
 bool resolveDocumentPaths(const QString &jobFile, JobPaths &paths) {
     const QString &section = SettingsStore::printerSection();
@@ -50,23 +75,34 @@ bool resolvePaths(AppContext &context, const QString &jobFile, const QString &ex
         return false;
     }
 
-    const QString templateDirectory =
-        ReadIniValue(section, QStringLiteral("Template Directory"), jobFile);
+    const QString sifKey = QStringLiteral("TempPrintDocument");
+    if (!PathRules::isUsable(paths.sifPath))
+        return reportUnresolved(prompter, sifKey, ReadIniValue(section, sifKey, jobFile));
+
+    const QString directoryKey = QStringLiteral("Template Directory");
+    const QString templateDirectory = ReadIniValue(section, directoryKey, jobFile);
     QString folderName;
     if (!templateDirectory.isEmpty()) {
         const QString resolved = PathRules::resolveAgainst(jobFile, templateDirectory);
+        if (!PathRules::isUsable(resolved))
+            return reportUnresolved(prompter, directoryKey, templateDirectory);
         paths.templateRoot = PathRules::beforeLastComponent(resolved);
         folderName = PathRules::lastComponent(resolved);
     } else {
         paths.templateRoot = executableFolder;
         folderName = QStringLiteral("Print Templates");
-        WriteIniValue(section, QStringLiteral("Template Directory"),
-                      PathRules::join(paths.templateRoot, folderName), jobFile);
+        writeBack(jobFile, directoryKey, PathRules::join(paths.templateRoot, folderName), prompter);
     }
     paths.templateFolder = PathRules::join(paths.templateRoot, folderName);
     paths.pdfFolder = PathRules::join(paths.templateFolder, QStringLiteral("PDF"));
     paths.htmlFolder = PathRules::join(paths.templateFolder, QStringLiteral("HTML"));
     paths.rtfFolder = PathRules::join(paths.templateFolder, QStringLiteral("RTF"));
+    // Folders are made only where the job leads: never from a path that did not resolve.
+    for (const QString &folder :
+         {paths.templateFolder, paths.pdfFolder, paths.htmlFolder, paths.rtfFolder}) {
+        if (!PathRules::isUsable(folder))
+            return reportUnresolved(prompter, directoryKey, templateDirectory);
+    }
     makeFolder(paths.pdfFolder);
     makeFolder(paths.htmlFolder);
     makeFolder(paths.rtfFolder);
@@ -88,8 +124,10 @@ void readOrderFile(AppContext &context, Prompter &prompter) {
     context.cifVersion4 = context.order.version4;
 }
 
-void readPrinterSettings(AppContext &context, const PrinterList &printers) {
-    context.printer = SettingsStore::readPrinterSettings(context.paths.jobFile, printers);
+void readPrinterSettings(AppContext &context, const PrinterList &printers, Prompter &prompter) {
+    context.printer = SettingsStore::readPrinterSettings(
+        context.paths.jobFile, printers,
+        [&prompter](const RuntimeError &error) { reportError(prompter, procedureName(), error); });
     context.runMode = context.printer.function;
 }
 
@@ -117,7 +155,7 @@ bool loadJob(AppContext &context, const QString &jobFile, const QString &executa
     readUserPreferences(context);
     readSpecification(context, prompter);
     readOrderFile(context, prompter);
-    readPrinterSettings(context, printers);
+    readPrinterSettings(context, printers, prompter);
     computePageArea(context);
     readFieldLengths(context);
     return true;

@@ -153,6 +153,7 @@ private slots:
     void initTestCase();
     void twoHundredMegabyteLineRendersItsVisibleText();
     void bigPicturesAllPrintWithinTheLimit();
+    void brokenItemPictureIsReportedOnceByName();
 };
 
 void HugeInputTest::initTestCase() {
@@ -211,6 +212,29 @@ void HugeInputTest::bigPicturesAllPrintWithinTheLimit() {
     const QString text = job.pdfTool(QStringLiteral("pdftotext"));
     for (int i = 0; i < Pictures; ++i)
         QVERIFY(text.contains(QStringLiteral("PIC-%1").arg(i)));
+}
+
+// Three items name the same damaged picture: the report comes once and names the file; the
+// rows still print.
+void HugeInputTest::brokenItemPictureIsReportedOnceByName() {
+    LimitedJob job;
+    testsupport::writeBytes(job.path(QStringLiteral("broken.png")), QByteArray("\x89PNG", 4));
+    testsupport::writeBytes(job.path(QStringLiteral("spec.sif")),
+                            "PN=A\r\nIM=broken.png\r\nPN=B\r\nIM=broken.png\r\n"
+                            "PN=C\r\nIM=broken.png\r\n");
+    const Run run = job.render(writeBodyTemplate(
+        job, {QStringLiteral("Part Number"), QStringLiteral("Image")}, QStringLiteral("10%")));
+    QCOMPARE(run.status, QProcess::NormalExit);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+    QCOMPARE(run.errors.count(QStringLiteral("Tavrel - Error: ")), 1);
+    QVERIFY2(run.errors.contains(QStringLiteral("Tavrel - Error: An Error Occured at - Custom "
+                                                "Preview.\n\nError Number: 481\nError "
+                                                "Description: Invalid picture (") +
+                                 job.path(QStringLiteral("broken.png")) + QLatin1Char(')')),
+             qPrintable(run.errors));
+    const QString text = job.pdfTool(QStringLiteral("pdftotext"));
+    for (const char *row : {"A", "B", "C"})
+        QVERIFY(text.contains(QLatin1String(row)));
 }
 
 TAVREL_TEST(HugeInputTest)

@@ -56,12 +56,12 @@ int main(int argc, char **argv) {
     // The parent passes the job file's path as the whole command line, blanks included.
     const QString jobFile = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
 
-    // A second instance ends silently.
+    tavrel::QtPrompter prompter(QStringLiteral("Tavrel"));
+    // A second instance ends silently; a lock that cannot be made is reported.
     const tavrel::SingleInstance instance;
-    if (!instance.isFirst())
+    if (!tavrel::passesSingleInstanceTest(instance, prompter))
         return 0;
 
-    tavrel::QtPrompter prompter(QStringLiteral("Tavrel"));
     tavrel::AppContext context;
     if (!tavrel::startApplication(context, jobFile, prompter))
         return 0;

@@ -7,6 +7,7 @@
 #include "spec/OrderFileReader.h"
 #include "spec/SpecJson.h"
 
+#include <cstdio>
 #include <optional>
 
 namespace tavrel::cli {
@@ -50,8 +51,11 @@ int runSpec(const QStringList &args) {
     }
     Startup::readFieldLengths(context);
 
-    printOut(QString::fromUtf8(SpecJson::text(
-        SpecJson::document(context.spec, context.order, chargeSum, context.fieldLengths))));
+    // Streamed an item at a time: the JSON of a million items would not fit in memory at once.
+    SpecJson::write(context.spec, context.order, chargeSum, context.fieldLengths,
+                    [](const QByteArray &piece) {
+                        std::fwrite(piece.constData(), 1, std::size_t(piece.size()), stdout);
+                    });
     return status;
 }
 

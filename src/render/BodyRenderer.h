@@ -8,6 +8,7 @@
 #include "templates/PrintDefinitions.h"
 #include "templates/TemplateLayout.h"
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -127,6 +128,7 @@ private:
     // Cell texts: one list per entry of m_rowColumns, one text per record (index record - 1).
     std::vector<std::vector<QString>> m_cells;
     PictureCache m_pictureSizes;
+    QSet<QString> m_reportedPictures; // item pictures that could not be loaded, reported once
 
     OutputHelpers *m_out = nullptr; // set while rendering, for the new-page notification
     bool m_newPageInProgress = false;

@@ -3,6 +3,7 @@
 
 #include "render/BodyRenderer.h"
 
+#include "base/ErrorReport.h"
 #include "base/RuntimeError.h"
 #include "render/BodyRendererLayout.h"
 #include "render/HtmlFragments.h"
@@ -181,8 +182,15 @@ void BodyRenderer::drawCell(OutputHelpers &out, std::size_t rowColumn, int recor
         styleColumn(out, columnIndex, subtotal);
         out.engine().setTextAlign(engineAlignment(column.box.tTextAlign));
         out.PrintTextBox(left, top, BodyLayout::textWidth(column.box.tWidth), text, rtf);
-    } catch (const RuntimeError &) {
+    } catch (const RuntimeError &error) {
         m_styledColumn = -1;
+        // An item picture that cannot be loaded would otherwise be missing without a word; it
+        // is reported once, by its name (the error's description carries it).
+        if (column.kind == BodyColumnKind::Image && m_prompter &&
+            !m_reportedPictures.contains(error.description())) {
+            m_reportedPictures.insert(error.description());
+            reportError(*m_prompter, QStringLiteral("Custom Preview."), error);
+        }
     }
 }
 

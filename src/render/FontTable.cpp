@@ -28,8 +28,11 @@ int FontTable::indexOf(const FontSpec &spec) {
         return found.value();
     QFont font = makeFont(spec);
     QFontMetricsF metrics(font);
+    double narrowest = metrics.horizontalAdvance(QLatin1Char(' '));
+    for (char c = '!'; c <= '~'; ++c)
+        narrowest = std::min(narrowest, metrics.horizontalAdvance(QLatin1Char(c)));
     auto entry = std::unique_ptr<FontEntry>(
-        new FontEntry{spec, font, metrics, metrics.ascent(), metrics.lineSpacing()});
+        new FontEntry{spec, font, metrics, metrics.ascent(), metrics.lineSpacing(), narrowest});
     const int index = int(m_entries.size());
     m_entries.push_back(std::move(entry));
     m_index.insert(spec, index);

@@ -32,6 +32,7 @@ struct FontEntry {
     QFontMetricsF metrics;
     double ascent = 0;
     double lineSpacing = 0;
+    double narrowestAdvance = 0; // of the printable ASCII characters, blank included
 };
 
 // The fonts of one document, by index. Display-list items refer to fonts by index, so a page

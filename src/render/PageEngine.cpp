@@ -183,6 +183,10 @@ void PageEngine::NewPage() {
     trace("NewPage");
     if (!m_documentOpen || m_overlayPage != 0)
         invalidCall();
+    // Page numbers are 16-bit: stop at the first page past the limit, not after laying out
+    // thousands more.
+    if (m_pages.size() >= std::size_t(MaxPageCount))
+        throw RuntimeError(ErrorNumber::Overflow);
     addPage();
     // Copy: a listener may subscribe or unsubscribe while being called.
     const auto listeners = m_newPageListeners;
@@ -252,14 +256,18 @@ int PageEngine::currentFont() {
     return m_fontIndex;
 }
 
+QString PageEngine::visibleText(const QString &text, int font, double width, bool wrap) const {
+    return visiblePart(text, m_fonts.at(font), width, wrap, std::max(m_paperWidth, m_paperHeight));
+}
+
 const LaidOutText &PageEngine::measure(const QString &text, double width, bool wrap) {
     const int font = currentFont();
     if (m_measured.size() >= MeasureCacheLimit)
         m_measured.clear();
-    MeasureKey key{text, font, width, wrap};
+    MeasureKey key{visibleText(text, font, width, wrap), font, width, wrap};
     auto found = m_measured.find(key);
     if (found == m_measured.end())
-        found = m_measured.insert(key, layoutText(text, m_fonts.at(font), width, wrap));
+        found = m_measured.insert(key, layoutText(key.text, m_fonts.at(font), width, wrap));
     return found.value();
 }
 
@@ -284,7 +292,8 @@ double PageEngine::TextHeight() const {
 
 double PageEngine::TextWidth(const QString &text) {
     trace("TextWidth");
-    return layoutText(text, m_fonts.at(currentFont()), 0, false).width;
+    const int font = currentFont();
+    return layoutText(visibleText(text, font, 0, false), m_fonts.at(font), 0, false).width;
 }
 
 void PageEngine::Paragraph(const QString &text) {
@@ -292,10 +301,12 @@ void PageEngine::Paragraph(const QString &text) {
     TextBox(text, m_marginLeft, m_currentY, paragraphWidth(), 0, true, false, false);
 }
 
-void PageEngine::TextBox(const QString &text, double left, double top, double width, double height,
-                         bool wrap, bool calcOnly, bool shade) {
+void PageEngine::TextBox(const QString &wholeText, double left, double top, double width,
+                         double height, bool wrap, bool calcOnly, bool shade) {
     trace("TextBox");
     const int font = currentFont();
+    // Only what can show on paper is laid out and kept.
+    const QString text = visibleText(wholeText, font, width, wrap);
     LaidOutText laid;
     if (!m_measured.isEmpty()) {
         // Drawing what was just measured: take the kept layout instead of laying out again.

@@ -38,6 +38,8 @@ public:
 
     static constexpr double LetterWidth = 12240;
     static constexpr double LetterHeight = 15840;
+    // Page numbers are 16-bit integers; NewPage past this many pages throws RuntimeError 6.
+    static constexpr int MaxPageCount = 32767;
 
     PageEngine();
     ~PageEngine();
@@ -67,6 +69,7 @@ public:
     void StartDoc();
     void EndDoc();
     // Ends the current page and starts the next one, then raises the new-page notification.
+    // Throws RuntimeError 6 (overflow) instead of starting page MaxPageCount + 1.
     void NewPage();
     int PageCount() const;
     int PreviewPage() const;
@@ -90,7 +93,8 @@ public:
     void Paragraph(const QString &text);
     // Text in a box: wrapped to the width when wrap is set; a height of 0 grows the box to fit;
     // with calcOnly only measures (TextHeight); with shade the box is filled with the brush
-    // first. CurrentY becomes the bottom of the text.
+    // first. CurrentY becomes the bottom of the text. A text longer than the paper can show
+    // is laid out and kept only as far as it can show (visiblePart); so it is measured too.
     void TextBox(const QString &text, double left, double top, double width, double height,
                  bool wrap = true, bool calcOnly = false, bool shade = true);
 
@@ -177,6 +181,8 @@ private:
     int currentFont();
     void fontChanged() { m_fontIndex = -1; }
     const LaidOutText &measure(const QString &text, double width, bool wrap);
+    // The part of text that can show on the paper in a box of this width (TextLayout).
+    QString visibleText(const QString &text, int font, double width, bool wrap) const;
     double paragraphWidth() const;
 
     std::vector<Page> m_pages;

@@ -125,10 +125,11 @@ public:
     }
 
     void operator()(const PictureItem &item) {
-        const PictureCache::Picture *picture = m_engine.pictures().find(item.path);
-        if (!picture)
+        // Decoded at the size it prints, not at the size of the file.
+        const QImage image = m_engine.pictures().image(item.path, QSizeF(item.width, item.height));
+        if (image.isNull())
             return;
-        m_painter.drawImage(QRectF(item.x, item.y, item.width, item.height), picture->image);
+        m_painter.drawImage(QRectF(item.x, item.y, item.width, item.height), image);
     }
 
 private:

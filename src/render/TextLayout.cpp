@@ -4,6 +4,7 @@
 #include <QTextOption>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tavrel {
 
@@ -38,6 +39,27 @@ void wrapParagraph(const QString &text, qsizetype start, qsizetype length, const
 }
 
 } // namespace
+
+qsizetype visibleLengthBound(const FontEntry &font, double width, bool wrap, double paperExtent) {
+    const double extent = std::max(1.0, paperExtent);
+    const double lineSpacing = std::max(1.0, font.lineSpacing);
+    const double narrowest = std::max(0.5, font.narrowestAdvance / 2);
+    const double lineWidth = wrap && width > 0 ? std::min(width, extent) : extent;
+    const double lines = std::ceil(extent / lineSpacing) + 1;
+    const double perLine = std::ceil(lineWidth / narrowest) + 1 + 2; // CR LF ends a line
+    const double bound = lines * perLine;
+    return bound >= double(MaxVisibleLength) ? MaxVisibleLength : qsizetype(bound);
+}
+
+QString visiblePart(const QString &text, const FontEntry &font, double width, bool wrap,
+                    double paperExtent) {
+    qsizetype bound = visibleLengthBound(font, width, wrap, paperExtent);
+    if (text.size() <= bound)
+        return text;
+    if (bound > 0 && text.at(bound - 1).isHighSurrogate())
+        --bound;
+    return text.left(bound);
+}
 
 LaidOutText layoutText(const QString &text, const FontEntry &font, double width, bool wrap) {
     LaidOutText out;

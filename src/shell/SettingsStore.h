@@ -1,8 +1,11 @@
 #pragma once
 
+#include "base/RuntimeError.h"
 #include "shell/Settings.h"
 
 #include <QStringList>
+
+#include <functional>
 
 namespace tavrel {
 

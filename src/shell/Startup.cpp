@@ -4,11 +4,14 @@
 #include "base/Prompter.h"
 #include "base/RuntimeError.h"
 #include "base/TextFile.h"
+#include "shell/JobFileKeys.h"
 #include "spec/OrderFileReader.h"
 #include "spec/SifReader.h"
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <functional>
 
 namespace tavrel {
 namespace Startup {
@@ -20,7 +23,32 @@ void makeFolder(const QString &path) {
     QDir().mkdir(path);
 }
 
+// A path of the job that cannot be resolved: reported under the key it came from.
+bool reportUnresolved(Prompter &prompter, const QString &key, const QString &value) {
+    const RuntimeError error(
+        ErrorNumber::BadFileName,
+        QStringLiteral("%1 (%2: %3)")
+            .arg(RuntimeError::standardDescription(ErrorNumber::BadFileName), key, value));
+    reportError(prompter, procedureName(), error);
+    return false;
+}
+
+// Start-up's own writes to the job file are reported like every other failed write; the job
+// file stays as it was and start-up goes on.
+void writeBack(Prompter &prompter, AppContext &context,
+               const std::function<void(JobFile &)> &write) {
+    try {
+        write(context.job);
+    } catch (const RuntimeError &error) {
+        reportError(prompter, procedureName(), error);
+    }
+}
+
 } // namespace
+
+QString procedureName() {
+    return QStringLiteral("Main.");
+}
 
 bool resolveDocumentPaths(const JobFile &job, JobPaths &paths) {
     const QString &jobFile = job.path();
@@ -49,25 +77,36 @@ bool resolvePaths(AppContext &context, const QString &jobFile, const QString &ex
         return false;
     }
 
+    if (!PathRules::isUsable(paths.sifPath))
+        return reportUnresolved(prompter, JobFileKeys::tempPrintDocument(),
+                                context.job.sifDocument());
+
+    const QString directoryKey = JobFileKeys::templateDirectory();
     const QString templateDirectory = context.job.templateDirectory();
     QString folderName;
     if (!templateDirectory.isEmpty()) {
         const QString resolved = PathRules::resolveAgainst(jobFile, templateDirectory);
+        if (!PathRules::isUsable(resolved))
+            return reportUnresolved(prompter, directoryKey, templateDirectory);
         paths.templateRoot = PathRules::beforeLastComponent(resolved);
         folderName = PathRules::lastComponent(resolved);
     } else {
         paths.templateRoot = executableFolder;
         folderName = QStringLiteral("Print Templates");
-        try {
-            context.job.writeTemplateDirectory(PathRules::join(paths.templateRoot, folderName));
-        } catch (const RuntimeError &) {
-            // Ignored: the folder is used all the same, and written back at the next start.
-        }
+        writeBack(prompter, context, [&](JobFile &job) {
+            job.writeTemplateDirectory(PathRules::join(paths.templateRoot, folderName));
+        });
     }
     paths.templateFolder = PathRules::join(paths.templateRoot, folderName);
     paths.pdfFolder = PathRules::join(paths.templateFolder, QStringLiteral("PDF"));
     paths.htmlFolder = PathRules::join(paths.templateFolder, QStringLiteral("HTML"));
     paths.rtfFolder = PathRules::join(paths.templateFolder, QStringLiteral("RTF"));
+    // Folders are made only where the job leads: never from a path that did not resolve.
+    for (const QString &folder :
+         {paths.templateFolder, paths.pdfFolder, paths.htmlFolder, paths.rtfFolder}) {
+        if (!PathRules::isUsable(folder))
+            return reportUnresolved(prompter, directoryKey, templateDirectory);
+    }
     makeFolder(paths.pdfFolder);
     makeFolder(paths.htmlFolder);
     makeFolder(paths.rtfFolder);
@@ -89,17 +128,14 @@ void readOrderFile(AppContext &context, Prompter &prompter) {
     context.cifVersion4 = context.order.version4;
 }
 
-void readPrinterSettings(AppContext &context, const PrinterList &printers) {
-    bool writeBack = false;
-    context.printer = context.job.printerSettings(printers, &writeBack);
+void readPrinterSettings(AppContext &context, const PrinterList &printers, Prompter &prompter) {
+    bool printerGone = false;
+    context.printer = context.job.printerSettings(printers, &printerGone);
     context.runMode = context.printer.function;
-    if (!writeBack)
-        return;
-    try {
-        context.job.writePrinterDeviceName(context.printer.printerDeviceName);
-    } catch (const RuntimeError &) {
-        // Ignored: the current printer is used all the same.
-    }
+    if (printerGone)
+        writeBack(prompter, context, [&context](JobFile &job) {
+            job.writePrinterDeviceName(context.printer.printerDeviceName);
+        });
 }
 
 void computePageArea(AppContext &context) {
@@ -126,7 +162,7 @@ bool loadJob(AppContext &context, const QString &jobFile, const QString &executa
     readUserPreferences(context);
     readSpecification(context, prompter);
     readOrderFile(context, prompter);
-    readPrinterSettings(context, printers);
+    readPrinterSettings(context, printers, prompter);
     computePageArea(context);
     readFieldLengths(context);
     return true;

@@ -177,5 +177,32 @@ QByteArray text(const QJsonObject &document) {
     return QJsonDocument(document).toJson(QJsonDocument::Indented);
 }
 
+namespace {
+
+// The indented text of value as it stands at nesting depth `depth` of a larger document: Qt
+// indents every line of a nested value by four blanks a level, and no line break occurs
+// inside a JSON string, so shifting each line after the first gives the nested form exactly.
+QByteArray nested(const QJsonObject &value, int depth) {
+    QByteArray text = QJsonDocument(value).toJson(QJsonDocument::Indented);
+    text.chop(1); // the document's closing line feed
+    const QByteArray indent(4 * depth, ' ');
+    return text.replace('\n', QByteArray("\n") + indent);
+}
+
+} // namespace
+
+void write(const SpecData &data, const OrderData &orderData, std::optional<double> chargeSum,
+           const FieldLengths &lengths, const std::function<void(const QByteArray &)> &sink) {
+    // The keys of a JSON object come out sorted: fieldLengths, header, items, order.
+    sink("{\n    \"fieldLengths\": " + nested(fieldLengths(lengths), 1) +
+         ",\n    \"header\": " + nested(header(data.header), 1) + ",\n    \"items\": [\n");
+    const int count = data.itemCount();
+    for (int i = 1; i <= count; ++i) {
+        sink("        " + nested(item(data.item(i), data.texts(i)), 2) +
+             (i < count ? ",\n" : "\n"));
+    }
+    sink("    ],\n    \"order\": " + nested(order(orderData, chargeSum), 1) + "\n}\n");
+}
+
 } // namespace SpecJson
 } // namespace tavrel

@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QJsonObject>
 
+#include <functional>
 #include <optional>
 
 namespace tavrel {
@@ -28,6 +29,10 @@ QJsonObject document(const SpecData &data, const OrderData &order, std::optional
                      const FieldLengths &lengths);
 // Indented UTF-8 text of the document, ending in a line feed.
 QByteArray text(const QJsonObject &document);
+// The same text as text(document(...)), handed to sink piece by piece (an item at a time), so
+// that a million items never stand in memory as JSON.
+void write(const SpecData &data, const OrderData &order, std::optional<double> chargeSum,
+           const FieldLengths &lengths, const std::function<void(const QByteArray &)> &sink);
 
 } // namespace SpecJson
 

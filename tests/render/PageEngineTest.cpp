@@ -47,6 +47,10 @@ private slots:
     void pictureSizes_data();
     void pictureSizes();
     void pictureErrors();
+    void picturesDecodeAtTheSizeTheyPrint_data();
+    void picturesDecodeAtTheSizeTheyPrint();
+    void decodedPicturesKeepToTheByteBudget();
+    void pageLimitStopsAtTheFirstPagePastIt();
     void findTextFromAPageOn();
     void colourNumbersHaveRedInTheLowByte();
 };
@@ -176,14 +180,87 @@ void PageEngineTest::pictureErrors() {
                  engine.DrawPicture(text, 0, 0, QStringLiteral("100%"), QStringLiteral("100%"));
              }),
              481);
+    // The report says which picture.
+    try {
+        engine.DrawPicture(text, 0, 0, QStringLiteral("100%"), QStringLiteral("100%"));
+    } catch (const RuntimeError &error) {
+        QCOMPARE(error.description(), QStringLiteral("Invalid picture (") + text + ")");
+    }
     QCOMPARE(engine.page(1).items.size(), std::size_t(0));
 
-    // Loaded once: the same picture drawn twice shares one image.
+    // Decoded once: the same picture drawn twice shares one image.
     const QString path = writeImage(dir.path(), QStringLiteral("a.png"), 10, 10, 0);
     engine.DrawPicture(path, 0, 0, QStringLiteral("100%"), QStringLiteral("100%"));
-    const qint64 key = engine.pictures().find(path)->image.cacheKey();
+    const QSizeF size(150, 150);
+    const qint64 key = engine.pictures().image(path, size).cacheKey();
     engine.DrawPicture(path, 0, 500, QStringLiteral("50%"), QStringLiteral("50%"));
-    QCOMPARE(engine.pictures().find(path)->image.cacheKey(), key);
+    QCOMPARE(engine.pictures().image(path, size).cacheKey(), key);
+}
+
+void PageEngineTest::picturesDecodeAtTheSizeTheyPrint_data() {
+    QTest::addColumn<int>("dpi");
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QSize>("decoded");
+    // 3000 x 1500 pixels.
+    QTest::newRow("96 dpi at 100% keeps every pixel") << 0 << "100%" << QSize(3000, 1500);
+    QTest::newRow("96 dpi at 10% prints 3.125 in: 300 dpi") << 0 << "10%" << QSize(938, 469);
+    QTest::newRow("600 dpi at 100%: 300 dpi") << 600 << "100%" << QSize(1500, 750);
+    // Drawn one inch square: 300 pixels down, and the proportions of the file kept.
+    QTest::newRow("twips: one inch square") << 0 << "1440" << QSize(600, 300);
+    QTest::newRow("a tiny print keeps one pixel") << 0 << "1" << QSize(1, 1);
+}
+
+// A picture is never decoded at more pixels than print needs: the natural size still comes
+// from the file's own pixels and resolution.
+void PageEngineTest::picturesDecodeAtTheSizeTheyPrint() {
+    QFETCH(int, dpi);
+    QFETCH(QString, size);
+    QFETCH(QSize, decoded);
+    QTemporaryDir dir;
+    const QString path = writeImage(dir.path(), QStringLiteral("big.png"), 3000, 1500, dpi);
+    PageEngine engine;
+    engine.StartDoc();
+    engine.DrawPicture(path, 0, 0, size, size);
+    const auto &item = std::get<PictureItem>(engine.page(1).items.back());
+    const QImage image = engine.pictures().image(path, QSizeF(item.width, item.height));
+    // A picture this large is sized from a smaller decode: its resolution, and so the pixels
+    // wanted, may be a hair off.
+    QVERIFY2(qAbs(image.width() - decoded.width()) <= 1 &&
+                 qAbs(image.height() - decoded.height()) <= 1,
+             qPrintable(QStringLiteral("%1 x %2").arg(image.width()).arg(image.height())));
+    QCOMPARE(image.pixel(image.width() / 2, image.height() / 2), QColor(Qt::blue).rgb());
+}
+
+void PageEngineTest::decodedPicturesKeepToTheByteBudget() {
+    QTemporaryDir dir;
+    // Each decoded picture is 400 x 400 x 4 bytes = 640,000 bytes; the budget holds two.
+    PictureCache cache(1400000);
+    QStringList paths;
+    for (int i = 0; i < 5; ++i)
+        paths << writeImage(dir.path(), QStringLiteral("p%1.png").arg(i), 400, 400, 0);
+    const QSizeF printed(6000, 6000);
+    for (const QString &path : paths) {
+        cache.load(path);
+        QCOMPARE(cache.image(path, printed).size(), QSize(400, 400));
+        QVERIFY(cache.cachedBytes() <= 1400000);
+    }
+    QCOMPARE(cache.cachedBytes(), qint64(2 * 640000));
+    // The first one was dropped and comes back from its file when drawn again.
+    QCOMPARE(cache.image(paths.first(), printed).size(), QSize(400, 400));
+    // A picture bigger than the whole budget is drawn but not kept.
+    PictureCache small(1000);
+    QCOMPARE(small.image(paths.first(), printed).size(), QSize(400, 400));
+    QCOMPARE(small.cachedBytes(), qint64(0));
+}
+
+void PageEngineTest::pageLimitStopsAtTheFirstPagePastIt() {
+    PageEngine engine;
+    engine.StartDoc();
+    for (int page = 2; page <= PageEngine::MaxPageCount; ++page)
+        engine.NewPage();
+    QCOMPARE(engine.PageCount(), 32767);
+    QCOMPARE(errorNumberOf([&] { engine.NewPage(); }), 6);
+    QCOMPARE(engine.PageCount(), 32767);
 }
 
 void PageEngineTest::findTextFromAPageOn() {

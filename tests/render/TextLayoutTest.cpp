@@ -1,3 +1,4 @@
+#include "render/TextLayout.h"
 #include "TestSection.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
@@ -37,6 +38,9 @@ private slots:
     void alignment();
     void lineHeightIsTheFontsLineSpacing();
     void emptyTextTakesNoSpace();
+    void textBeyondThePaperIsCut_data();
+    void textBeyondThePaperIsCut();
+    void textThatFitsIsKeptWhole();
 
 private:
     std::unique_ptr<PageEngine> m_engine;
@@ -186,6 +190,69 @@ void TextLayoutTest::emptyTextTakesNoSpace() {
     m_engine->TextBox(QString(), 100, 500, 2000, 0, true, false, false);
     QCOMPARE(m_engine->CurrentY(), 500.0);
     QCOMPARE(m_engine->page(1).items.size(), std::size_t(0));
+}
+
+void TextLayoutTest::textBeyondThePaperIsCut_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("width");
+    QTest::addColumn<bool>("wrap");
+    const QString words = QStringLiteral("Executive desk with return ").repeated(150000);
+    QTest::newRow("4 M characters of words, wrapped") << words << 3000.0 << true;
+    QTest::newRow("4 M characters of words, one line") << words << 3000.0 << false;
+    QTest::newRow("one word of 4 M characters")
+        << QString(4000000, QLatin1Char('w')) << 3000.0 << true;
+    QTest::newRow("a million short lines")
+        << QStringLiteral("Desk\r\n").repeated(1000000) << 3000.0 << true;
+    QTest::newRow("wrapped wider than the paper") << words << 40000.0 << true;
+}
+
+// A text far longer than any page keeps and lays out only its start, bounded, and the lines
+// that fall on the paper are exactly those of the whole text.
+void TextLayoutTest::textBeyondThePaperIsCut() {
+    QFETCH(QString, text);
+    QFETCH(double, width);
+    QFETCH(bool, wrap);
+    m_engine->TextBox(text, 720, 720, width, 0, wrap, false, false);
+    const TextItem &item = lastText(*m_engine);
+    QVERIFY(text.startsWith(item.text));
+    QVERIFY2(item.text.size() < 200000, qPrintable(QString::number(item.text.size())));
+    const FontEntry &font = m_engine->fonts().at(item.font);
+    // Still more than the paper shows, below it or to its right.
+    QVERIFY(item.textTop + double(item.lines.size()) * font.lineSpacing > m_engine->PageHeight() ||
+            item.x + item.lines.back().width > m_engine->PageWidth());
+
+    const LaidOutText whole = layoutText(text.left(item.text.size() * 2), font, width, wrap);
+    for (std::size_t i = 0; i < item.lines.size(); ++i) {
+        if (item.textTop + double(i) * font.lineSpacing > m_engine->PageHeight())
+            break;
+        QCOMPARE(item.lines[i].start, whole.lines[i].start);
+        if (i + 1 < item.lines.size())
+            QCOMPARE(item.lines[i].length, whole.lines[i].length);
+        else // a line cut short still runs past the paper's edge
+            QVERIFY(item.x + item.lines[i].width > m_engine->PageWidth());
+    }
+}
+
+// Texts as they come in real specifications are never touched, in any font size.
+void TextLayoutTest::textThatFitsIsKeptWhole() {
+    const QString description =
+        QStringLiteral("Lateral file, 3 drawers, locking core, 36W x 18D x 40H, ").repeated(40);
+    for (int size : {1, 8, 24, 72}) {
+        m_engine->setFontSize(size);
+        const double longer = std::max(m_engine->PageWidth(), m_engine->PageHeight());
+        for (double width : {200.0, 3000.0, 11000.0}) {
+            m_engine->TextBox(description, 720, 720, width, 0, true, false, false);
+            const TextItem &item = lastText(*m_engine);
+            const FontEntry &used = m_engine->fonts().at(item.font);
+            const double shown = double(item.lines.size()) * used.lineSpacing;
+            // Cut only when what is kept already runs past the paper.
+            if (item.text.size() < description.size())
+                QVERIFY(shown > longer);
+            else
+                QCOMPARE(item.text, description);
+            QCOMPARE(visiblePart(description, used, width, true, longer).size(), item.text.size());
+        }
+    }
 }
 
 TAVREL_TEST(TextLayoutTest)

@@ -1,3 +1,4 @@
+#include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "shell/platform/FileTypeRegistration.h"
@@ -12,6 +13,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace tavrel;
 
 // The pieces that meet the desktop: file-type registration, the single-instance lock and closing
@@ -23,6 +27,9 @@ private slots:
     void fileTypesRegistered();
     void singleInstance();
     void staleLockIsTakenOver();
+    void lockThatCannotBeMadeIsReported_data();
+    void lockThatCannotBeMadeIsReported();
+    void secondInstanceEndsSilently();
     void closesParentProgressWindow();
 };
 
@@ -93,6 +100,62 @@ void PlatformIntegrationTest::staleLockIsTakenOver() {
                                       QSysInfo::machineUniqueId() + '\n');
     const SingleInstance next(lock);
     QVERIFY(next.isFirst());
+}
+
+void PlatformIntegrationTest::lockThatCannotBeMadeIsReported_data() {
+    QTest::addColumn<QString>("place"); // what stands where the lock should go
+    QTest::addColumn<int>("number");
+    QTest::newRow("a folder in the lock's place") << "folder" << 75;
+    QTest::newRow("runtime folder missing") << "no folder" << 75;
+    QTest::newRow("runtime folder is a file") << "file as folder" << 75;
+    QTest::newRow("read-only runtime folder") << "read-only" << 70;
+}
+
+// Only another running instance ends start-up silently; a lock that cannot be made at all is
+// reported with the error report, and start-up goes on.
+void PlatformIntegrationTest::lockThatCannotBeMadeIsReported() {
+    QFETCH(QString, place);
+    QFETCH(int, number);
+    QTemporaryDir dir;
+    QString lock = dir.filePath(QStringLiteral("tavrel.lock"));
+    if (place == QLatin1String("folder")) {
+        QVERIFY(QDir().mkdir(lock));
+    } else if (place == QLatin1String("no folder")) {
+        lock = dir.filePath(QStringLiteral("gone/tavrel.lock"));
+    } else if (place == QLatin1String("file as folder")) {
+        testsupport::writeBytes(dir.filePath(QStringLiteral("runtime")), "x");
+        lock = dir.filePath(QStringLiteral("runtime/tavrel.lock"));
+    } else {
+        if (geteuid() == 0)
+            QSKIP("the superuser writes into read-only folders");
+        const QString folder = dir.filePath(QStringLiteral("readonly"));
+        QVERIFY(QDir().mkdir(folder));
+        QVERIFY(::chmod(QFile::encodeName(folder).constData(), 0500) == 0);
+        lock = folder + QStringLiteral("/tavrel.lock");
+    }
+    const SingleInstance instance(lock);
+    QVERIFY(!instance.isFirst());
+    QVERIFY(!instance.anotherInstanceRuns());
+    ScriptedPrompter prompter;
+    QVERIFY(passesSingleInstanceTest(instance, prompter));
+    QCOMPARE(prompter.messages(),
+             QStringList{QStringLiteral("An Error Occured at - Main.\r\n\r\nError Number: %1\r\n"
+                                        "Error Description: %2 (%3)")
+                             .arg(number)
+                             .arg(RuntimeError::standardDescription(number), lock)});
+    QCOMPARE(prompter.calls().first().title, QStringLiteral("Tavrel - Error"));
+}
+
+void PlatformIntegrationTest::secondInstanceEndsSilently() {
+    QTemporaryDir dir;
+    const QString lock = dir.filePath(QStringLiteral("tavrel.lock"));
+    const SingleInstance first(lock);
+    ScriptedPrompter prompter;
+    QVERIFY(passesSingleInstanceTest(first, prompter));
+    const SingleInstance second(lock);
+    QVERIFY(second.anotherInstanceRuns());
+    QVERIFY(!passesSingleInstanceTest(second, prompter));
+    QVERIFY(prompter.calls().isEmpty());
 }
 
 void PlatformIntegrationTest::closesParentProgressWindow() {

@@ -1,4 +1,5 @@
 #include "shell/SettingsStore.h"
+#include "base/ScriptedPrompter.h"
 #include "base/IniFile.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
@@ -34,7 +35,8 @@ private:
 PrinterSettings readPrinter(const QString &path, const PrinterList &printers) {
     AppContext context;
     context.job = JobFile::load(path);
-    Startup::readPrinterSettings(context, printers);
+    ScriptedPrompter prompter;
+    Startup::readPrinterSettings(context, printers, prompter);
     return context.printer;
 }
 

@@ -3,11 +3,81 @@
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 
+#include "base/IniFile.h"
+
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+
 using namespace tavrel;
+
+namespace {
+
+// A folder whose path is `length` characters or more, made and entered a component at a time
+// (the system refuses such paths whole); the working folder is restored and the folder removed
+// when the object goes.
+class DeepFolder {
+public:
+    explicit DeepFolder(int length)
+        : m_previous(QDir::currentPath()) {
+        QByteArray path = QFile::encodeName(m_base.path());
+        QVERIFY(::chdir(path.constData()) == 0);
+        const QByteArray component(200, 'd');
+        while (path.size() < length) {
+            QVERIFY(::mkdir(component.constData(), 0700) == 0);
+            QVERIFY(::chdir(component.constData()) == 0);
+            path += '/' + component;
+        }
+    }
+    ~DeepFolder() {
+        QDir::setCurrent(m_previous);
+        // rm works its way down by relative steps, as deep folders need.
+        QProcess::execute(QStringLiteral("rm"), {QStringLiteral("-rf"), m_base.path()});
+    }
+
+private:
+    QTemporaryDir m_base;
+    QString m_previous;
+};
+
+// A file-size limit for the life of the object, with SIGXFSZ ignored so that a write past it
+// fails like a full disk instead of ending the test run.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        getrlimit(RLIMIT_FSIZE, &m_saved);
+        m_previousHandler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limited = m_saved;
+        limited.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &m_saved);
+        std::signal(SIGXFSZ, m_previousHandler);
+    }
+    FileSizeLimit(const FileSizeLimit &) = delete;
+    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
+
+private:
+    rlimit m_saved{};
+    void (*m_previousHandler)(int) = nullptr;
+};
+
+QString startupReport(int number, const QString &description) {
+    return QStringLiteral("An Error Occured at - Main.\r\n\r\nError Number: %1\r\n"
+                          "Error Description: %2")
+        .arg(number)
+        .arg(description);
+}
+
+} // namespace
 
 // Path resolution and run-mode dispatch of start-up.
 class StartupTest : public QObject {
@@ -19,6 +89,10 @@ private slots:
     void noActiveDocument_data();
     void noActiveDocument();
     void emptyTemplateDirectoryIsWrittenBack();
+    void failedWriteBackIsReported_data();
+    void failedWriteBackIsReported();
+    void unresolvablePathsEndStartup_data();
+    void unresolvablePathsEndStartup();
     void templateDirectorySplit();
     void runMode_data();
     void runMode();
@@ -116,6 +190,86 @@ void StartupTest::emptyTemplateDirectoryIsWrittenBack() {
     QCOMPARE(context.paths.templateRoot, exeFolder);
     QCOMPARE(context.paths.templateFolder, expected);
     QCOMPARE(context.paths.sifPath, dir.filePath(QStringLiteral("a.sif")));
+}
+
+void StartupTest::failedWriteBackIsReported_data() {
+    QTest::addColumn<QString>("key");
+    QTest::newRow("template directory") << "Template Directory";
+    QTest::newRow("printer name") << "PrinterDeviceName";
+}
+
+// A full disk (here a file-size limit) stops start-up's write-back: the job file stays as it
+// was, the failure is reported like any failed write, and start-up goes on.
+void StartupTest::failedWriteBackIsReported() {
+    QFETCH(QString, key);
+    QTemporaryDir dir;
+    const QString job = dir.filePath(QStringLiteral("job.ini"));
+    const QByteArray before =
+        key == QLatin1String("PrinterDeviceName")
+            ? "[Printer]\r\nTempPrintDocument=a.sif\r\nTemplate Directory=T\r\n"
+              "PrinterDeviceName=G\r\n"
+            : "[Printer]\r\nTempPrintDocument=a.sif\r\nTemplate Directory=\r\n";
+    testsupport::writeBytes(job, before);
+    ScriptedPrompter prompter;
+    AppContext context;
+    {
+        const FileSizeLimit limit(rlim_t(before.size()));
+        QVERIFY(Startup::resolvePaths(context, job, dir.path(), prompter));
+        Startup::readPrinterSettings(context, PrinterList{QStringLiteral("PDF"), {}}, prompter);
+    }
+    QCOMPARE(testsupport::readBytes(job), before);
+    QCOMPARE(prompter.messages().size(), 1);
+    QVERIFY2(prompter.messages().first().startsWith(startupReport(61, QString())),
+             qPrintable(prompter.messages().first()));
+    QCOMPARE(prompter.calls().first().title, QStringLiteral("Tavrel - Error"));
+    QCOMPARE(prompter.calls().first().icon, MessageIcon::Exclamation);
+    // Start-up goes on with what it resolved.
+    QCOMPARE(context.printer.printerDeviceName, QStringLiteral("PDF"));
+    QVERIFY(context.paths.templateFolder.endsWith(key == QLatin1String("PrinterDeviceName")
+                                                      ? QStringLiteral("/T")
+                                                      : QStringLiteral("/Print Templates")));
+}
+
+void StartupTest::unresolvablePathsEndStartup_data() {
+    QTest::addColumn<int>("depth"); // characters of the working folder
+    QTest::addColumn<QString>("sif");
+    QTest::addColumn<QString>("templates");
+    QTest::addColumn<QString>("reported"); // key and value named in the report
+    const QString longName = QString(250, QLatin1Char('t'));
+    QTest::newRow("working folder beyond the limit, relative template folder")
+        << 4400 << "/tmp/x.sif"
+        << "tpl"
+        << "Template Directory: tpl";
+    QTest::newRow("working folder beyond the limit, relative SIF file")
+        << 4400 << "a.sif"
+        << "/tmp/T"
+        << "TempPrintDocument: a.sif";
+    QTest::newRow("template folder beyond the limit")
+        << 3900 << "/tmp/x.sif" << longName << "Template Directory: " + longName;
+}
+
+// A job file read from a folder deeper than the system's path limit: paths that would resolve
+// against its folder cannot be resolved. Start-up reports it and ends, and makes no folder.
+void StartupTest::unresolvablePathsEndStartup() {
+    QFETCH(int, depth);
+    QFETCH(QString, sif);
+    QFETCH(QString, templates);
+    QFETCH(QString, reported);
+    const DeepFolder deep(depth);
+    testsupport::writeBytes(QStringLiteral("job.ini"),
+                            "[Printer]\r\nTempPrintDocument=" + sif.toUtf8() +
+                                "\r\nTemplate Directory=" + templates.toUtf8() + "\r\n");
+    // The job file is named as the working folder holds it, relative.
+    ScriptedPrompter prompter;
+    AppContext context;
+    QVERIFY(!Startup::resolvePaths(context, QStringLiteral("job.ini"), QStringLiteral("/tmp"),
+                                   prompter));
+    QCOMPARE(prompter.messages(),
+             QStringList{startupReport(52, QStringLiteral("Bad file name or number (") + reported +
+                                               QLatin1Char(')'))});
+    QVERIFY(QDir(QStringLiteral(".")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).isEmpty());
+    for (const char *root : {"/tpl", "/PDF", "/HTML", "/RTF", "/tmp/T"})
+        QVERIFY2(!QFileInfo::exists(QLatin1String(root)), root);
 }
 
 void StartupTest::templateDirectorySplit() {

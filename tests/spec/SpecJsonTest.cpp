@@ -41,6 +41,8 @@ class SpecJsonTest : public QObject {
 
 private slots:
     void numbersReadBackExactly();
+    void streamedTextIsTheDocumentsText_data();
+    void streamedTextIsTheDocumentsText();
     void cliJob();
     void cliReadingFailureStillPrints();
     void cliChargeSumFailure();
@@ -69,6 +71,53 @@ void SpecJsonTest::numbersReadBackExactly() {
     SifHeader header;
     header.totalList = 16;
     QVERIFY(SpecJson::text(SpecJson::header(header)).contains("\"TL\": 16,"));
+}
+
+void SpecJsonTest::streamedTextIsTheDocumentsText_data() {
+    QTest::addColumn<int>("items");
+    QTest::addColumn<bool>("withOrder");
+    QTest::newRow("no items, no order") << 0 << false;
+    QTest::newRow("one item") << 1 << false;
+    QTest::newRow("three items and an order") << 3 << true;
+}
+
+// The JSON streamed an item at a time is byte for byte the JSON of the whole document.
+void SpecJsonTest::streamedTextIsTheDocumentsText() {
+    QFETCH(int, items);
+    QFETCH(bool, withOrder);
+    SpecData data;
+    const QString awkward =
+        QStringLiteral("\"quoted\" back\\slash\ttab\rCR \u00e9\u20ac\x01 {[,]}");
+    for (int i = 1; i <= items; ++i) {
+        const int index = data.appendItem();
+        SifItem &item = data.item(index);
+        item.partNumber = QStringLiteral("P%1").arg(i);
+        item.partDescription = awkward.repeated(i);
+        item.quantity = 0.1 * i;
+        item.listPrice = i == 2 ? 1e300 : -2.5;
+        item.optionCodes = QStringLiteral("A\rB");
+        data.texts(index).optionHtml = QStringLiteral("<BR>");
+    }
+    data.header.totalList = 16;
+    data.header.stText = awkward;
+    OrderData order;
+    std::optional<double> chargeSum;
+    if (withOrder) {
+        order.present = order.version4 = true;
+        order.header.comments = awkward;
+        order.salesPersons.push_back({QStringLiteral("Ann"), QStringLiteral("7")});
+        order.charges.push_back({QStringLiteral("12.50"), QStringLiteral("Design"), awkward});
+        chargeSum = 12.5;
+    }
+    const FieldLengths lengths = FieldLengths::builtIn();
+    QByteArray streamed;
+    int pieces = 0;
+    SpecJson::write(data, order, chargeSum, lengths, [&](const QByteArray &piece) {
+        streamed += piece;
+        ++pieces;
+    });
+    QCOMPARE(streamed, SpecJson::text(SpecJson::document(data, order, chargeSum, lengths)));
+    QCOMPARE(pieces, items + 2); // the head, each item, the tail
 }
 
 void SpecJsonTest::cliJob() {

@@ -25,7 +25,7 @@ bool startApplication(AppContext &context, const QString &jobFile, Prompter &pro
     QCoreApplication::processEvents();
     Startup::readSpecification(context, prompter);
     Startup::readOrderFile(context, prompter);
-    Startup::readPrinterSettings(context, PrinterList::fromSystem());
+    Startup::readPrinterSettings(context, PrinterList::fromSystem(), prompter);
     Startup::computePageArea(context);
     Startup::readFieldLengths(context);
 

@@ -2,6 +2,7 @@
 
 #include "base/RuntimeError.h"
 #include "base/ScriptedPrompter.h"
+#include "render/CancelToken.h"
 #include "render/ImageOutput.h"
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
@@ -10,12 +11,6 @@
 #include <algorithm>
 
 namespace tavrel {
-
-namespace {
-
-struct EnoughPages {};
-
-} // namespace
 
 TemplatePreview previewTemplate(const AppContext &context, TemplateKind kind,
                                 const QString &templatePath,
@@ -28,19 +23,19 @@ TemplatePreview previewTemplate(const AppContext &context, TemplateKind kind,
         ReportJob report(context, sectionOnlySelection(kind, templatePath), quiet);
         const bool whole =
             kind != TemplateKind::Custom || context.spec.itemCount() <= options.wholeJobItems;
+        // Once the pages wanted are finished the rest of the section is not needed: the job
+        // stops there as it stops for Cancel.
+        CancelToken enough;
         int listener = 0;
         if (!whole) {
-            listener = engine.addNewPageListener([&options](int page) {
+            listener = engine.addNewPageListener([&options, &enough](int page) {
                 if (page > options.pages)
-                    throw EnoughPages{};
+                    enough.cancel();
             });
         }
-        try {
-            report.run(engine);
-            preview.complete = true;
-        } catch (const EnoughPages &) {
-            // The pages wanted are finished; the rest of the section is not needed.
-        }
+        report.layOut(engine, &enough);
+        report.reportDiagnostics();
+        preview.complete = !enough.isCancelled();
         if (listener)
             engine.removeNewPageListener(listener);
     } catch (const RuntimeError &error) {

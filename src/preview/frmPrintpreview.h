@@ -1,6 +1,7 @@
 #pragma once
 
 #include "preview/ZoomState.h"
+#include "render/PdfExportJob.h"
 
 #include <QMainWindow>
 #include <QRectF>
@@ -121,6 +122,7 @@ private:
     bool outputAllowed();
     void printDocument();
     void exportPdf();
+    PdfExportResult writePdfWithProgress(const QString &path);
     void exportHtml();
     void exportRtf();
 

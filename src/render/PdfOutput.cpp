@@ -1,6 +1,7 @@
 #include "render/PdfOutput.h"
 
 #include "base/RuntimeError.h"
+#include "render/CancelToken.h"
 #include "render/PageEngine.h"
 #include "render/PageLayouts.h"
 #include "render/PageReplay.h"
@@ -10,8 +11,8 @@
 
 namespace tavrel {
 
-void writePdf(const PageEngine &engine, const QString &path,
-              const std::function<void(int page)> &progress) {
+bool writePdf(const PageEngine &engine, const QString &path,
+              const std::function<void(int page)> &progress, const CancelToken *cancel) {
     QPdfWriter writer(path);
     // One device unit per twip: the display list is drawn as recorded.
     writer.setResolution(1440);
@@ -25,6 +26,10 @@ void writePdf(const PageEngine &engine, const QString &path,
         throw RuntimeError(ErrorNumber::PathFileAccessError,
                            QStringLiteral("Cannot write %1").arg(path));
     for (int number = 1; number <= count; ++number) {
+        if (cancel && cancel->isCancelled()) {
+            painter.end();
+            return false;
+        }
         if (number > 1) {
             const QPageLayout layout = pageLayoutOf(engine.page(number));
             if (!layout.isEquivalentTo(writer.pageLayout()))
@@ -38,6 +43,7 @@ void writePdf(const PageEngine &engine, const QString &path,
     if (!painter.end())
         throw RuntimeError(ErrorNumber::PathFileAccessError,
                            QStringLiteral("Cannot write %1").arg(path));
+    return true;
 }
 
 } // namespace tavrel

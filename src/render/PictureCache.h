@@ -20,6 +20,8 @@ public:
     // The loaded picture, or nullptr when the path was never loaded.
     const Picture *find(const QString &path) const;
     void clear() { m_pictures.clear(); }
+    // Takes a picture another cache loaded (pages handed from one engine to another).
+    void insert(const QString &path, const Picture &picture) { m_pictures.insert(path, picture); }
 
     // The size a size argument gives: "75%" scales the natural size, a number is twips, an
     // empty text keeps the natural size. Throws RuntimeError 5 for anything else.

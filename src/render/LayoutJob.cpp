@@ -59,8 +59,24 @@ void LayoutJob::publish(PageBatch batch, bool last) {
         if (last)
             m_workDone = true;
     }
-    // Runs deliver() on the owner's thread; dropped if the job is gone by then.
-    QMetaObject::invokeMethod(this, &LayoutJob::deliver, Qt::QueuedConnection);
+    // One delivery at a time is under way; it takes every batch there is by then. It runs on
+    // the owner's thread and is dropped if the job is gone by then.
+    // The end goes at once, whatever is under way.
+    if (!m_deliveryQueued.exchange(true) || last)
+        QMetaObject::invokeMethod(this, &LayoutJob::deliverSoon, Qt::QueuedConnection);
+}
+
+void LayoutJob::deliverSoon() {
+    bool done = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        done = m_workDone;
+    }
+    const qint64 since = m_sinceDelivery.isValid() ? m_sinceDelivery.elapsed() : DeliveryInterval;
+    if (done || since >= DeliveryInterval)
+        deliver();
+    else
+        QTimer::singleShot(int(DeliveryInterval - since), this, &LayoutJob::deliver);
 }
 
 void LayoutJob::deliver() {
@@ -69,10 +85,13 @@ void LayoutJob::deliver() {
     std::optional<RuntimeError> error;
     {
         const std::lock_guard lock(m_mutex);
+        // Cleared with the batches taken: a page published from now on asks again.
+        m_deliveryQueued = false;
         batches.swap(m_batches);
         done = m_workDone;
         error = m_workError;
     }
+    m_sinceDelivery.start();
     if (batches.empty() && !done)
         return;
     for (PageBatch &batch : batches) {

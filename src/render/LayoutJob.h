@@ -4,8 +4,10 @@
 #include "render/CancelToken.h"
 #include "render/PageHandover.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
+#include <atomic>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -34,6 +36,10 @@ class LayoutJob : public QObject {
 public:
     using Work = std::function<void(PageEngine &engine, const CancelToken &cancel)>;
     using ProgressCallback = std::function<void(int pagesLaidOut)>;
+
+    // Published pages reach the target at most this often (the first at once), so that a fast
+    // layout does not keep the window thread busy with refreshing.
+    static constexpr int DeliveryInterval = 100; // ms
 
     explicit LayoutJob(Work work, QObject *parent = nullptr);
     // Cancels a running job and waits for its thread.
@@ -68,6 +74,7 @@ signals:
 private:
     void runOnWorker();
     void publish(PageBatch batch, bool last);
+    void deliverSoon();
     void deliver();
 
     Work m_work;
@@ -82,7 +89,11 @@ private:
     bool m_workDone = false;
     std::optional<RuntimeError> m_workError;
 
+    // Whether a delivery is on its way to the owner; raised by the worker, cleared by the owner.
+    std::atomic<bool> m_deliveryQueued{false};
+
     // Owner's thread only.
+    QElapsedTimer m_sinceDelivery;
     bool m_running = false;
     bool m_finished = false;
     std::optional<RuntimeError> m_error;

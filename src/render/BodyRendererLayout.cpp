@@ -50,8 +50,8 @@ QString columnCaption(const CustomTemplate &box, const ReportData &data) {
     if (!data.showLabel || code.isEmpty())
         return box.tCaption;
     QString label = data.fieldLengths ? data.fieldLengths->label(code) : QString();
-    if (label.isEmpty() && !data.jobFile.isEmpty())
-        label = fieldLabelForCode(data.jobFile, code);
+    if (label.isEmpty())
+        label = data.jobFileLabels.value(code);
     return label.isEmpty() ? box.tCaption : label;
 }
 

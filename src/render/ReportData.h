@@ -5,6 +5,7 @@
 #include "spec/SpecData.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QString>
 
 namespace tavrel {
@@ -17,7 +18,9 @@ struct ReportData {
     const OrderData *order = nullptr;
     const FieldLengths *fieldLengths = nullptr;
 
-    QString jobFile;        // field labels are looked up in it
+    // Labels the job file gives field codes that fieldLengths leaves without one, read by the
+    // job before layout (the renderers read no files).
+    QHash<QString, QString> jobFileLabels;
     QString sifPath;        // the specification file
     QString activeDocument; // the parent's document: "File Path", "Orvanta File Title"
     QString companyName;    // "Company Name"

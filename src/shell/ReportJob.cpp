@@ -5,6 +5,8 @@
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
 #include "shell/JobPaths.h"
+#include "spec/FieldCatalog.h"
+#include "spec/FieldLengths.h"
 #include "templates/PrintSelection.h"
 #include "templates/TemplateLayout.h"
 #include "templates/TemplateReader.h"
@@ -49,7 +51,6 @@ ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, 
     m_data.spec = &context.spec;
     m_data.order = &context.order;
     m_data.fieldLengths = &context.fieldLengths;
-    m_data.jobFile = context.paths.jobFile;
     m_data.sifPath = context.paths.sifPath;
     m_data.activeDocument = context.paths.activeDocument;
     m_data.companyName = context.preferences.companyName;
@@ -89,6 +90,8 @@ ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, 
         body = readTemplate(SectionKind::Body, selection.templates[1]);
     if (m_job.summaryPrintable)
         summary = readTemplate(SectionKind::Summary, selection.templates[2]);
+    if (body)
+        readJobFileLabels(*body, context.paths.jobFile);
     m_job.landscape = jobIsLandscape(
         {cover ? &*cover : nullptr, body ? &*body : nullptr, summary ? &*summary : nullptr});
     if (m_job.coverPrintable)
@@ -100,6 +103,22 @@ ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, 
 }
 
 ReportJob::~ReportJob() = default;
+
+void ReportJob::readJobFileLabels(const TemplateLayout &body, const QString &jobFile) {
+    if (jobFile.isEmpty())
+        return;
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
+        const BoxInfo &box = body.box(slot);
+        const QString code = FieldCatalog::codeForCaption(box.caption);
+        if (!box.placed || code.isEmpty() || m_data.jobFileLabels.contains(code))
+            continue;
+        if (m_data.fieldLengths && !m_data.fieldLengths->label(code).isEmpty())
+            continue;
+        const QString label = fieldLabelForCode(jobFile, code);
+        if (!label.isEmpty())
+            m_data.jobFileLabels.insert(code, label);
+    }
+}
 
 std::optional<TemplateLayout> ReportJob::readTemplate(SectionKind kind, const QString &path) {
     try {

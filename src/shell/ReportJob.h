@@ -67,6 +67,8 @@ public:
 
 private:
     std::optional<TemplateLayout> readTemplate(SectionKind kind, const QString &path);
+    // The body columns' labels that only the job file holds.
+    void readJobFileLabels(const TemplateLayout &body, const QString &jobFile);
     void runDocument(PageEngine &engine, const PrintCallbacks &callbacks,
                      const ExportFragmentWriter *fragments);
 

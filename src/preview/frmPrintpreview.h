@@ -2,6 +2,7 @@
 
 #include "base/ui/CommandTable.h"
 #include "preview/ZoomState.h"
+#include "render/PdfExportJob.h"
 
 #include <QMainWindow>
 #include <QRectF>
@@ -125,6 +126,7 @@ private:
     bool outputAllowed();
     void printDocument();
     void exportPdf();
+    PdfExportResult writePdfWithProgress(const QString &path);
     void exportHtml();
     void exportRtf();
 

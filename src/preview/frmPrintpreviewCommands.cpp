@@ -5,14 +5,19 @@
 #include "preview/PageView.h"
 #include "preview/PreviewActions.h"
 #include "preview/frmFind.h"
+#include "render/CancelToken.h"
+#include "render/OffThread.h"
 #include "render/PageEngine.h"
-#include "render/PdfOutput.h"
+#include "render/PdfExportJob.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QProgressDialog>
+
+#include <atomic>
 
 #include <cmath>
 
@@ -174,30 +179,33 @@ void frmPrintpreview::exportPdf() {
         return;
 
     setStatus(QStringLiteral("Generating PDF file. Please wait..."));
-    {
-        const WaitCursor wait;
-        if (QFileInfo::exists(*path) && !QFile::remove(*path)) {
-            setStatus(QString());
-            m_prompter.message(QStringLiteral("The file - \"") + *path +
-                                   QStringLiteral("\" is in using. "),
-                               QString(), MessageIcon::Exclamation);
-            return;
-        }
-        try {
-            QElapsedTimer painted;
-            painted.start();
-            writePdf(m_engine, *path, [&painted](int) {
-                // Keep the window painted on long documents, without taking new commands.
-                if (painted.elapsed() > 100) {
-                    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-                    painted.restart();
-                }
-            });
-        } catch (const RuntimeError &error) {
-            setStatus(QString());
-            reportError(m_prompter, QStringLiteral("Save As PDF."), error);
-            return;
-        }
+    // An existing file is replaced only once the new one is complete; one that cannot be
+    // replaced is reported before any work.
+    if (!pdfPathReplaceable(*path)) {
+        setStatus(QString());
+        m_prompter.message(QStringLiteral("The file - \"") + *path +
+                               QStringLiteral("\" is in using. "),
+                           QString(), MessageIcon::Exclamation);
+        return;
+    }
+    PdfExportResult result = PdfExportResult::Written;
+    try {
+        result = writePdfWithProgress(*path);
+    } catch (const RuntimeError &error) {
+        setStatus(QString());
+        reportError(m_prompter, QStringLiteral("Save As PDF."), error);
+        return;
+    }
+    if (result == PdfExportResult::Cancelled) {
+        setStatus(QString());
+        return;
+    }
+    if (result == PdfExportResult::InUse) {
+        setStatus(QString());
+        m_prompter.message(QStringLiteral("The file - \"") + *path +
+                               QStringLiteral("\" is in using. "),
+                           QString(), MessageIcon::Exclamation);
+        return;
     }
     setStatus(QString());
     if (!m_prompter.openDocument(*path, QStringLiteral("PDF document"))) {
@@ -206,6 +214,39 @@ void frmPrintpreview::exportPdf() {
                                readerHint(),
                            QString(), MessageIcon::Information);
     }
+}
+
+PdfExportResult frmPrintpreview::writePdfWithProgress(const QString &path) {
+    // The document is written on a thread of its own; this window shows how far it got and
+    // takes no other command meanwhile (the dialog is modal to it), so the engine stays as it is.
+    const int pages = int(m_engine.pages().size());
+    QProgressDialog progress(QStringLiteral("Writing the PDF file..."), QStringLiteral("Cancel"), 0,
+                             std::max(1, pages), this);
+    progress.setObjectName(QStringLiteral("pdfProgress"));
+    progress.setWindowTitle(QStringLiteral("Save as PDF"));
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(0);
+    progress.setAutoClose(false);
+    progress.setAutoReset(false);
+    progress.setValue(0);
+    CancelToken cancel;
+    connect(&progress, &QProgressDialog::canceled, &progress, [&cancel] { cancel.cancel(); });
+    std::atomic<int> written{0};
+    PdfExportResult result = PdfExportResult::Written;
+    const WaitCursor wait;
+    runOffThread(
+        [&] {
+            result = exportPdfFile(m_engine, path, &cancel, [&written](int page) {
+                written.store(page, std::memory_order_relaxed);
+            });
+        },
+        [&] {
+            const int page = written.load(std::memory_order_relaxed);
+            progress.setValue(page);
+            progress.setLabelText(
+                QStringLiteral("Writing page %1 of %2 to the PDF file...").arg(page).arg(pages));
+        });
+    return result;
 }
 
 void frmPrintpreview::exportHtml() {

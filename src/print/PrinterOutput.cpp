@@ -1,6 +1,7 @@
 #include "print/PrinterOutput.h"
 
 #include "base/RuntimeError.h"
+#include "render/CancelToken.h"
 #include "render/PageEngine.h"
 #include "render/PageLayouts.h"
 #include "render/PageReplay.h"
@@ -11,16 +12,21 @@
 
 namespace tavrel {
 
-void printPages(const PageEngine &engine, QPrinter &printer) {
+bool printPages(const PageEngine &engine, QPrinter &printer, const PrintProgress &hooks) {
     const int count = int(engine.pages().size());
     if (count == 0)
-        return;
+        return true;
     printer.setFullPage(true);
     printer.setPageLayout(pageLayoutOf(engine.page(1)));
     QPainter painter;
     if (!painter.begin(&printer))
         throw RuntimeError(ErrorNumber::DeviceIoError);
     for (int number = 1; number <= count; ++number) {
+        if (hooks.cancel && hooks.cancel->isCancelled()) {
+            printer.abort();
+            painter.end();
+            return false;
+        }
         if (number > 1) {
             const QPageLayout layout = pageLayoutOf(engine.page(number));
             if (!layout.isEquivalentTo(printer.pageLayout()))
@@ -34,12 +40,16 @@ void printPages(const PageEngine &engine, QPrinter &printer) {
         painter.scale(scale, scale);
         paintPage(painter, engine, number);
         painter.restore();
+        if (hooks.progress)
+            hooks.progress(number);
     }
     if (!painter.end())
         throw RuntimeError(ErrorNumber::DeviceIoError);
+    return true;
 }
 
-void printDocumentOn(const PageEngine &engine, const QString &printerName, int copies) {
+bool printDocumentOn(const PageEngine &engine, const QString &printerName, int copies,
+                     const PrintProgress &hooks) {
     QPrinterInfo info = QPrinterInfo::printerInfo(printerName);
     if (info.isNull())
         info = QPrinterInfo::defaultPrinter();
@@ -48,7 +58,7 @@ void printDocumentOn(const PageEngine &engine, const QString &printerName, int c
     QPrinter printer(info, QPrinter::HighResolution);
     printer.setDocName(engine.DocName());
     printer.setCopyCount(qMax(1, copies));
-    printPages(engine, printer);
+    return printPages(engine, printer, hooks);
 }
 
 } // namespace tavrel

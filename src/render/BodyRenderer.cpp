@@ -8,7 +8,6 @@
 #include "spec/FieldCatalog.h"
 #include "spec/FieldLengths.h"
 #include "spec/SpecData.h"
-#include "templates/TemplateReader.h"
 
 #include <algorithm>
 
@@ -33,11 +32,6 @@ private:
 
 } // namespace
 
-BodyRenderer::BodyRenderer(QString templatePath, const ReportData &data, Prompter &prompter)
-    : m_templatePath(std::move(templatePath))
-    , m_prompter(&prompter)
-    , m_data(data) {}
-
 BodyRenderer::BodyRenderer(TemplateLayout layout, const ReportData &data)
     : m_data(data)
     , m_layout(std::move(layout)) {}
@@ -49,8 +43,6 @@ PageFieldFlags BodyRenderer::pageFields() const {
 }
 
 void BodyRenderer::prepare(PageEngine &engine) {
-    if (m_templatePath)
-        m_layout = TemplateReader::load(*m_templatePath, *m_prompter);
     m_bands = std::make_unique<PageBands>(m_layout, m_data);
     m_columns.clear();
     m_rowColumns.clear();
@@ -140,10 +132,12 @@ void BodyRenderer::render(OutputHelpers &out) {
 
     const int records = m_data.spec ? m_data.spec->itemCount() : 0;
     if (!m_rowColumns.empty() || !m_blocks.empty()) {
-        for (int record = 1; record <= records; ++record)
+        // A cancelled job stops between rows; the pages done so far stay as they are.
+        for (int record = 1; record <= records && !out.job().cancelRequested(); ++record)
             drawRecord(out, record);
     }
-    drawTotals(out);
+    if (!out.job().cancelRequested())
+        drawTotals(out);
 
     if (!m_bands->isDeferred(PageBands::Band::Footer))
         m_bands->draw(out, PageBands::Band::Footer, engine.PreviewPage(), 0);

@@ -19,7 +19,6 @@
 namespace tavrel {
 
 class PageEngine;
-class Prompter;
 struct ReportData;
 struct SifItem;
 
@@ -41,10 +40,7 @@ public:
     // Where rows start on a page without a caption row: below the body start.
     static constexpr double NoCaptionRowGap = 50;
 
-    // Reads the custom template at templatePath when it renders. data must outlive the
-    // renderer; prompter hears the template reader's "Ran out of index".
-    BodyRenderer(QString templatePath, const ReportData &data, Prompter &prompter);
-    // Renders a template already in memory (the designer's preview, tests).
+    // Lays out the custom template the job has read. data must outlive the renderer.
     BodyRenderer(TemplateLayout layout, const ReportData &data);
     ~BodyRenderer() override;
 
@@ -115,8 +111,6 @@ private:
     double drawOptionTotal(OutputHelpers &out, const CustomTemplate &box, double top);
     QString totalBoxText(const CustomTemplate &box) const;
 
-    std::optional<QString> m_templatePath;
-    Prompter *m_prompter = nullptr;
     const ReportData &m_data;
     TemplateLayout m_layout;
     std::unique_ptr<PageBands> m_bands;

@@ -73,9 +73,8 @@ EntryColumn entryColumn(PageEngine &engine, const CustomTemplate &box, double bo
 
 } // namespace
 
-CoverRenderer::CoverRenderer(QString templatePath, const ReportData &data, Prompter *prompter)
-    : BoxSectionRenderer(std::move(templatePath), data, prompter,
-                         QStringLiteral("Cover Page Preview.")) {}
+CoverRenderer::CoverRenderer(std::optional<TemplateLayout> layout, const ReportData &data)
+    : BoxSectionRenderer(std::move(layout), data, QStringLiteral("Cover Page Preview.")) {}
 
 const OrderData &CoverRenderer::order() const {
     return data().order ? *data().order : m_noOrder;

@@ -12,7 +12,6 @@ namespace tavrel {
 
 class OutputHelpers;
 class PageEngine;
-class Prompter;
 class SectionFlow;
 struct CustomTemplate;
 struct ReportData;
@@ -22,8 +21,8 @@ struct ReportData;
 // template (".cov"). Every placed box of the page body is printed.
 class CoverRenderer : public BoxSectionRenderer {
 public:
-    // Errors are reported as "Cover Page Preview." when a prompter is given.
-    CoverRenderer(QString templatePath, const ReportData &data, Prompter *prompter = nullptr);
+    // Errors come back as diagnostics of "Cover Page Preview.".
+    CoverRenderer(std::optional<TemplateLayout> layout, const ReportData &data);
 
     // The label and value lists of the last render, one entry per box slot.
     const OrderFieldLists &fieldLists() const { return m_lists; }

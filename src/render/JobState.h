@@ -1,5 +1,7 @@
 #pragma once
 
+#include "render/CancelToken.h"
+
 #include <QString>
 #include <QtGlobal>
 
@@ -38,6 +40,11 @@ struct JobState {
 
     // Set before a job starts, the job does nothing.
     bool stopRequest = false;
+    // Raised by the user while the job runs (possibly from another thread): the job stops at
+    // the next page or row and draws no page fields. Null when the job cannot be cancelled.
+    const CancelToken *cancel = nullptr;
+
+    bool cancelRequested() const { return cancel && cancel->isCancelled(); }
 
     bool anyPageField() const {
         return coverPageFields.any() || bodyPageFields.any() || summaryPageFields.any();

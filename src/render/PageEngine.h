@@ -15,6 +15,8 @@
 
 namespace tavrel {
 
+struct PageBatch;
+
 // Where FindText found a text: the page and the rectangle (twips) around the match.
 struct TextMatch {
     int page = 0;
@@ -155,6 +157,11 @@ public:
     int addNewPageListener(NewPageListener listener);
     void removeNewPageListener(int id);
     void setCallTrace(CallTrace trace) { m_trace = std::move(trace); }
+
+    // Puts pages another engine laid out into this document at their numbers, with the fonts and
+    // pictures they use (PageHandover.cpp): the preview's document taking what a layout thread
+    // published. A batch of a shorter document drops the pages beyond it.
+    void adoptPages(PageBatch batch);
 
     // The recorded document, for the backends.
     const Page &page(int number) const; // 1-based

@@ -104,6 +104,19 @@ QSize PictureCache::decodedSize(QSize pixels, QSizeF printed) {
                  std::max(1, int(std::ceil(pixels.height() * factor))));
 }
 
+std::optional<PictureCache::Picture> PictureCache::find(const QString &path) const {
+    const QMutexLocker lock(&m_mutex);
+    const auto found = m_pictures.constFind(path);
+    if (found == m_pictures.constEnd())
+        return std::nullopt;
+    return found.value();
+}
+
+void PictureCache::insert(const QString &path, const Picture &picture) {
+    const QMutexLocker lock(&m_mutex);
+    m_pictures.insert(path, picture);
+}
+
 QImage PictureCache::image(const QString &path, QSizeF printed) const {
     Picture picture;
     bool known = false;

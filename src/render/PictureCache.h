@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 namespace tavrel {
 
@@ -45,6 +46,10 @@ public:
 
     qint64 cachedBytes() const;
     void clear();
+    // The size of a picture loaded before, if it was; and the same taken over from another
+    // cache (pages handed from one engine to another).
+    std::optional<Picture> find(const QString &path) const;
+    void insert(const QString &path, const Picture &picture);
 
     // The size a size argument gives: "75%" scales the natural size, a number is twips, an
     // empty text keeps the natural size. Throws RuntimeError 5 for anything else.

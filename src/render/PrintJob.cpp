@@ -26,7 +26,7 @@ void overlaySection(OutputHelpers &out, JobState &job, SectionRenderer &renderer
     PageEngine &engine = out.engine();
     const auto band =
         flags.inHeader ? SectionRenderer::Band::Header : SectionRenderer::Band::Footer;
-    for (int page = firstPage; page < firstPage + count; ++page) {
+    for (int page = firstPage; page < firstPage + count && !job.cancelRequested(); ++page) {
         job.overlayPageNumber = Conversions::toInt16(page);
         engine.StartOverlay(page);
         renderer.drawPageFieldBand(out, band, page, job.totalPageCount);
@@ -90,7 +90,7 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
         job.coverPageCount = Conversions::toInt16(sections.cover->pageCount());
         job.coverPageFields = sections.cover->pageFields();
     }
-    if (body) {
+    if (body && !job.cancelRequested()) {
         if (cover) {
             if (callbacks.yieldToUi)
                 callbacks.yieldToUi();
@@ -100,7 +100,7 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
         job.bodyPageCount = Conversions::toInt16(sections.body->pageCount());
         job.bodyPageFields = sections.body->pageFields();
     }
-    if (summary) {
+    if (summary && !job.cancelRequested()) {
         if (cover || body)
             engine.NewPage();
         sections.summary->render(out);
@@ -108,6 +108,9 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
         job.summaryPageFields = sections.summary->pageFields();
     }
     engine.EndDoc();
+    // A cancelled job keeps the pages it made, without page fields and without export files.
+    if (job.cancelRequested())
+        return;
 
     // Sections that were not printed this time keep no page fields from an earlier job.
     if (!cover)

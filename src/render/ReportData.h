@@ -5,6 +5,7 @@
 #include "spec/SpecData.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QString>
 
 namespace tavrel {

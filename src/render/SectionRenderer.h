@@ -1,10 +1,22 @@
 #pragma once
 
+#include "base/RuntimeError.h"
 #include "render/JobState.h"
+
+#include <QString>
+
+#include <vector>
 
 namespace tavrel {
 
 class OutputHelpers;
+
+// A problem a section met while it was laid out: the procedure that owns the message and the
+// error. Renderers never show it; the one who runs the job reports it once layout is over.
+struct RenderDiagnostic {
+    QString procedure;
+    RuntimeError error;
+};
 
 // One section of a report (cover, body or summary) as the print job drives it.
 class SectionRenderer {
@@ -23,6 +35,8 @@ public:
     // Draws the band on the page being overlaid: absolute page pageNumber of pageTotal.
     virtual void drawPageFieldBand(OutputHelpers &out, Band band, int pageNumber,
                                    int pageTotal) = 0;
+    // What the last render met that the user must hear of, in the order it happened.
+    virtual std::vector<RenderDiagnostic> diagnostics() const { return {}; }
 };
 
 // The text of a "Page n of  m" field: two blanks after "of" (deliberate).

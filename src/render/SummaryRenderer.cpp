@@ -41,9 +41,8 @@ struct SummaryRenderer::Content {
     double height = 0;
 };
 
-SummaryRenderer::SummaryRenderer(QString templatePath, const ReportData &data, Prompter *prompter)
-    : BoxSectionRenderer(std::move(templatePath), data, prompter,
-                         QStringLiteral("Summary Page Preview.")) {}
+SummaryRenderer::SummaryRenderer(std::optional<TemplateLayout> layout, const ReportData &data)
+    : BoxSectionRenderer(std::move(layout), data, QStringLiteral("Summary Page Preview.")) {}
 
 void SummaryRenderer::fillFields() {
     m_lists = {};
@@ -55,9 +54,7 @@ void SummaryRenderer::fillFields() {
             charges = SummaryFields::chargeSum(*data().order);
         } catch (const RuntimeError &error) {
             // A charge that is not a number is reported once; the page goes on without charges.
-            if (!prompter())
-                throw;
-            reportError(*prompter(), procedureName(), error);
+            addDiagnostic(error);
         }
     }
     m_totals = SummaryTotals::from(spec, charges, data().cifPresent);

@@ -9,7 +9,6 @@ namespace tavrel {
 
 class OutputHelpers;
 class PageEngine;
-class Prompter;
 class SectionFlow;
 struct CustomTemplate;
 struct ReportData;
@@ -19,8 +18,8 @@ struct ReportData;
 // placed boxes marked as body or total boxes; each prints its label and its value.
 class SummaryRenderer : public BoxSectionRenderer {
 public:
-    // Errors are reported as "Summary Page Preview." when a prompter is given.
-    SummaryRenderer(QString templatePath, const ReportData &data, Prompter *prompter = nullptr);
+    // Errors come back as diagnostics of "Summary Page Preview.".
+    SummaryRenderer(std::optional<TemplateLayout> layout, const ReportData &data);
 
     // The label and value lists of the last render, one entry per box slot.
     const SummaryFieldLists &fieldLists() const { return m_lists; }

@@ -1,15 +1,12 @@
 #include "render/SummaryRendererBase.h"
 
 #include "base/Conversions.h"
-#include "base/ErrorReport.h"
-#include "base/ScriptedPrompter.h"
 #include "render/OutputHelpers.h"
 #include "render/PageEngine.h"
 #include "render/PictureCache.h"
 #include "render/PrintJob.h"
 #include "render/ReportData.h"
 #include "render/SummaryRendererFlow.h"
-#include "templates/TemplateReader.h"
 
 #include <QFileInfo>
 
@@ -27,12 +24,12 @@ QString sizeOr100(const QString &size) {
 
 } // namespace
 
-BoxSectionRenderer::BoxSectionRenderer(QString templatePath, const ReportData &data,
-                                       Prompter *prompter, QString procedureName)
-    : m_templatePath(std::move(templatePath))
-    , m_data(data)
-    , m_prompter(prompter)
-    , m_procedureName(std::move(procedureName)) {}
+BoxSectionRenderer::BoxSectionRenderer(std::optional<TemplateLayout> layout, const ReportData &data,
+                                       QString procedureName)
+    : m_data(data)
+    , m_procedureName(std::move(procedureName))
+    , m_hasLayout(layout.has_value())
+    , m_layout(layout ? std::move(*layout) : TemplateLayout()) {}
 
 BoxSectionRenderer::~BoxSectionRenderer() = default;
 
@@ -43,27 +40,26 @@ PageFieldFlags BoxSectionRenderer::pageFields() const {
 void BoxSectionRenderer::render(OutputHelpers &out) {
     PageEngine &engine = out.engine();
     const int firstPage = engine.PageCount();
-    try {
-        renderSection(out);
-    } catch (const RuntimeError &error) {
-        if (!m_prompter)
-            throw;
-        reportError(*m_prompter, m_procedureName, error);
+    m_diagnostics.clear();
+    m_bands.reset();
+    if (m_hasLayout) {
+        try {
+            renderSection(out);
+        } catch (const RuntimeError &error) {
+            addDiagnostic(error);
+        }
     }
     m_pageCount = engine.PageCount() - firstPage + 1;
+}
+
+void BoxSectionRenderer::addDiagnostic(const RuntimeError &error) {
+    m_diagnostics.push_back({m_procedureName, error});
 }
 
 void BoxSectionRenderer::renderSection(OutputHelpers &out) {
     PageEngine &engine = out.engine();
     m_defaultFont = engine.FontName();
     m_defaultSize = engine.FontSize();
-    m_bands.reset();
-    if (m_prompter) {
-        m_layout = TemplateReader::load(m_templatePath, *m_prompter);
-    } else {
-        ScriptedPrompter quiet;
-        m_layout = TemplateReader::load(m_templatePath, quiet);
-    }
     m_bands = std::make_unique<PageBands>(m_layout, m_data);
     fillFields();
 

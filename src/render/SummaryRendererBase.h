@@ -7,11 +7,12 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace tavrel {
 
 class PageEngine;
-class Prompter;
 class SectionFlow;
 struct CustomTemplate;
 struct JobState;
@@ -19,16 +20,17 @@ struct PrintSettings;
 struct ReportData;
 
 // What the summary and cover renderers share: a template of boxes placed one by one in the page
-// body between a header and a footer band. The section loads its template, lets the subclass
+// body between a header and a footer band. The section takes its template, lets the subclass
 // fill its field lists, draws the header band, hands the body to the subclass with a
 // SectionFlow that breaks pages (footer and header around every break), draws the last footer
 // and then the rectangles and lines of the body. Bands holding the "Page n of  m" box are left
 // for the page-field pass.
 class BoxSectionRenderer : public SectionRenderer {
 public:
-    // Errors are reported to prompter under procedureName; without a prompter they reach the
-    // caller. data must outlive the renderer.
-    BoxSectionRenderer(QString templatePath, const ReportData &data, Prompter *prompter,
+    // Errors become diagnostics under procedureName. Without a layout (its template could not
+    // be read, which the job has reported) the section draws nothing. data must outlive the
+    // renderer.
+    BoxSectionRenderer(std::optional<TemplateLayout> layout, const ReportData &data,
                        QString procedureName);
     ~BoxSectionRenderer() override;
 
@@ -36,6 +38,7 @@ public:
     int pageCount() const override { return m_pageCount; }
     PageFieldFlags pageFields() const override;
     void drawPageFieldBand(OutputHelpers &out, Band band, int pageNumber, int pageTotal) override;
+    std::vector<RenderDiagnostic> diagnostics() const override { return m_diagnostics; }
 
     const TemplateLayout &layout() const { return m_layout; }
 
@@ -46,8 +49,9 @@ protected:
     virtual void drawBody(OutputHelpers &out, SectionFlow &flow) = 0;
 
     const ReportData &data() const { return m_data; }
-    Prompter *prompter() const { return m_prompter; }
     const QString &procedureName() const { return m_procedureName; }
+    // Keeps an error for the caller to report under the section's procedure name.
+    void addDiagnostic(const RuntimeError &error);
 
     // Sets the box's font, colours and alignment over the job's default font, so that a box
     // without a font of its own never inherits the box drawn before it.
@@ -71,11 +75,11 @@ private:
     void drawBodyFrames(OutputHelpers &out, const SectionFlow &flow) const;
     QString pictureSize(const CustomTemplate &box) const;
 
-    QString m_templatePath;
     const ReportData &m_data;
-    Prompter *m_prompter;
     QString m_procedureName;
+    bool m_hasLayout = false;
     TemplateLayout m_layout;
+    std::vector<RenderDiagnostic> m_diagnostics;
     std::unique_ptr<PageBands> m_bands;
     QString m_defaultFont;
     int m_defaultSize = 8;

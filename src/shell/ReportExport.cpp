@@ -57,7 +57,12 @@ ExportRun runExport(const AppContext &context, const MenuSelection &selection, P
 
     PageEngine engine;
     const ExportMarkupWriter fragments;
-    report.run(engine, {}, &fragments);
+    if (options.layOut) {
+        if (!options.layOut(report, engine, &fragments))
+            return {};
+    } else {
+        report.run(engine, {}, &fragments);
+    }
     return {job.exportDirectory + QLatin1Char('/') + job.exportBaseName +
                 (html ? QStringLiteral(".htm") : QStringLiteral(".rtf")),
             engine.PageCount()};
@@ -88,6 +93,8 @@ QString baseName(const AppContext &context, const MenuSelection &selection) {
 QString exportHtml(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
                    const QString &directory, const ExportOptions &options) {
     const ExportRun run = runExport(context, selection, prompter, directory, true, options);
+    if (run.path.isEmpty())
+        return {};
     const QString first = ExportFiles::firstHtmlPage(run.path, run.pages);
     if (options.openWhenDone) {
         // The descriptions are spelled as the shell has always been given them.
@@ -113,6 +120,8 @@ QString exportRtf(const AppContext &context, const MenuSelection &selection, Pro
     const ExportRun run =
         runExport(context, sectionOnlySelection(TemplateKind::Custom, selection.templates[1]),
                   prompter, directory, false, options);
+    if (run.path.isEmpty())
+        return {};
     if (options.openWhenDone)
         prompter.openDocument(run.path, QStringLiteral("Cst.rtf page"));
     return run.path;

@@ -5,9 +5,14 @@
 #include <QDateTime>
 #include <QString>
 
+#include <functional>
+
 namespace tavrel {
 
+class ExportFragmentWriter;
+class PageEngine;
 class Prompter;
+class ReportJob;
 struct AppContext;
 
 struct ExportOptions {
@@ -15,6 +20,11 @@ struct ExportOptions {
     bool openWhenDone = true;
     // The "Report Date"/"Report Time" of the run; invalid means now.
     QDateTime reportTime;
+    // Lays the export job out in place of report.run (a window runs it off its thread with
+    // progress); false means the user cancelled: no file is opened and "" is returned.
+    std::function<bool(ReportJob &report, PageEngine &engine,
+                       const ExportFragmentWriter *fragments)>
+        layOut;
 };
 
 // Re-runs a report job with HTML or RTF export switched on, as the preview window's HTML and RTF

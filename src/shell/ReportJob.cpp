@@ -1,10 +1,12 @@
 #include "shell/ReportJob.h"
 
-#include "base/ScriptedPrompter.h"
+#include "base/ErrorReport.h"
 #include "render/OutputHelpers.h"
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
 #include "shell/JobPaths.h"
+#include "spec/FieldCatalog.h"
+#include "spec/FieldLengths.h"
 #include "templates/PrintSelection.h"
 #include "templates/TemplateLayout.h"
 #include "templates/TemplateReader.h"
@@ -14,14 +16,6 @@
 namespace tavrel {
 
 namespace {
-
-bool templateIsLandscape(const QString &path) {
-    // Only the orientation is wanted here; the renderer reads the template again and reports.
-    ScriptedPrompter quiet;
-    TemplateLayout layout;
-    TemplateReader::read(path, layout, quiet);
-    return layout.other.landscape;
-}
 
 QDateTime savedTimeOf(const AppContext &context) {
     const QFileInfo document(context.paths.activeDocument);
@@ -40,19 +34,20 @@ MenuSelection sectionOnlySelection(TemplateKind kind, const QString &templatePat
     return selection;
 }
 
-bool jobIsLandscape(const MenuSelection &selection) {
-    if (selection.printable[1] && !selection.templates[1].isEmpty())
-        return templateIsLandscape(selection.templates[1]);
-    for (std::size_t row = 0; row < 3; ++row) {
-        if (selection.printable[row] && !selection.templates[row].isEmpty())
-            return templateIsLandscape(selection.templates[row]);
+bool jobIsLandscape(const std::array<const TemplateLayout *, 3> &layouts) {
+    if (layouts[1])
+        return layouts[1]->other.landscape;
+    for (const TemplateLayout *layout : layouts) {
+        if (layout)
+            return layout->other.landscape;
     }
     return false;
 }
 
 ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
                      QDateTime reportTime)
-    : m_selection(selection) {
+    : m_prompter(prompter)
+    , m_selection(selection) {
     m_data.spec = &context.spec;
     m_data.order = &context.order;
     m_data.fieldLengths = &context.fieldLengths;
@@ -85,25 +80,80 @@ ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, 
     m_job.coverPrintable = wanted(0);
     m_job.bodyPrintable = wanted(1);
     m_job.summaryPrintable = wanted(2);
-    m_job.landscape = jobIsLandscape(selection);
+    // Each template once per job, in print order, so that its messages come in that order.
+    std::optional<TemplateLayout> cover;
+    std::optional<TemplateLayout> body;
+    std::optional<TemplateLayout> summary;
     if (m_job.coverPrintable)
-        m_cover = makeSectionRenderer(SectionKind::Cover, selection.templates[0], m_data, prompter);
+        cover = readTemplate(SectionKind::Cover, selection.templates[0]);
     if (m_job.bodyPrintable)
-        m_body = makeSectionRenderer(SectionKind::Body, selection.templates[1], m_data, prompter);
+        body = readTemplate(SectionKind::Body, selection.templates[1]);
     if (m_job.summaryPrintable)
-        m_summary =
-            makeSectionRenderer(SectionKind::Summary, selection.templates[2], m_data, prompter);
+        summary = readTemplate(SectionKind::Summary, selection.templates[2]);
+    m_job.landscape = jobIsLandscape(
+        {cover ? &*cover : nullptr, body ? &*body : nullptr, summary ? &*summary : nullptr});
+    if (m_job.coverPrintable)
+        m_cover = makeSectionRenderer(SectionKind::Cover, std::move(cover), m_data);
+    if (m_job.bodyPrintable)
+        m_body = makeSectionRenderer(SectionKind::Body, std::move(body), m_data);
+    if (m_job.summaryPrintable)
+        m_summary = makeSectionRenderer(SectionKind::Summary, std::move(summary), m_data);
 }
 
 ReportJob::~ReportJob() = default;
 
+std::optional<TemplateLayout> ReportJob::readTemplate(SectionKind kind, const QString &path) {
+    try {
+        return TemplateReader::load(path, m_prompter);
+    } catch (const RuntimeError &error) {
+        // The body's error ends the job when it runs, reported by whoever runs it, as a failing
+        // body always has been; a cover or summary reports under its own name and is left out.
+        if (kind == SectionKind::Body)
+            m_templateError = error;
+        else
+            reportError(m_prompter, sectionProcedureName(kind), error);
+        return std::nullopt;
+    }
+}
+
 void ReportJob::run(PageEngine &engine, const std::function<void()> &yieldToUi,
                     const ExportFragmentWriter *fragments) {
-    OutputHelpers out(engine, m_job, fragments);
     PrintCallbacks callbacks;
     callbacks.yieldToUi = yieldToUi;
+    m_job.cancel = nullptr;
+    runDocument(engine, callbacks, fragments);
+    reportDiagnostics();
+}
+
+void ReportJob::layOut(PageEngine &engine, const CancelToken *cancel,
+                       const ExportFragmentWriter *fragments) {
+    m_job.cancel = cancel;
+    runDocument(engine, {}, fragments);
+    m_job.cancel = nullptr;
+}
+
+void ReportJob::runDocument(PageEngine &engine, const PrintCallbacks &callbacks,
+                            const ExportFragmentWriter *fragments) {
+    if (m_templateError)
+        throw *m_templateError;
+    OutputHelpers out(engine, m_job, fragments);
     PrintDocument(out, m_job, m_settings, {m_cover.get(), m_body.get(), m_summary.get()},
                   callbacks);
+}
+
+std::vector<RenderDiagnostic> ReportJob::diagnostics() const {
+    std::vector<RenderDiagnostic> all;
+    for (const auto *section : {m_cover.get(), m_body.get(), m_summary.get()}) {
+        if (!section)
+            continue;
+        const std::vector<RenderDiagnostic> found = section->diagnostics();
+        all.insert(all.end(), found.begin(), found.end());
+    }
+    return all;
+}
+
+void ReportJob::reportDiagnostics() const {
+    tavrel::reportDiagnostics(m_prompter, diagnostics());
 }
 
 MenuSelection ReportJob::selectionFromJobFile(AppContext &context) {

@@ -1,7 +1,8 @@
 #include "shell/TemplatePreview.h"
 
 #include "base/RuntimeError.h"
-#include "base/ScriptedPrompter.h"
+#include "base/RecordingPrompter.h"
+#include "render/CancelToken.h"
 #include "render/ImageOutput.h"
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
@@ -11,36 +12,30 @@
 
 namespace tavrel {
 
-namespace {
-
-struct EnoughPages {};
-
-} // namespace
-
 TemplatePreview previewTemplate(const AppContext &context, TemplateKind kind,
                                 const QString &templatePath,
                                 const TemplatePreviewOptions &options) {
     TemplatePreview preview;
     // Messages of the layout are shown beside the picture, not as boxes over the designer.
-    ScriptedPrompter quiet;
+    RecordingPrompter quiet;
     PageEngine engine;
     try {
         ReportJob report(context, sectionOnlySelection(kind, templatePath), quiet);
         const bool whole =
             kind != TemplateKind::Custom || context.spec.itemCount() <= options.wholeJobItems;
+        // Once the pages wanted are finished the rest of the section is not needed: the job
+        // stops there as it stops for Cancel.
+        CancelToken enough;
         int listener = 0;
         if (!whole) {
-            listener = engine.addNewPageListener([&options](int page) {
+            listener = engine.addNewPageListener([&options, &enough](int page) {
                 if (page > options.pages)
-                    throw EnoughPages{};
+                    enough.cancel();
             });
         }
-        try {
-            report.run(engine);
-            preview.complete = true;
-        } catch (const EnoughPages &) {
-            // The pages wanted are finished; the rest of the section is not needed.
-        }
+        report.layOut(engine, &enough);
+        report.reportDiagnostics();
+        preview.complete = !enough.isCancelled();
         if (listener)
             engine.removeNewPageListener(listener);
     } catch (const RuntimeError &error) {

@@ -14,6 +14,7 @@
 #include "spec/FieldLengths.h"
 #include "spec/SifReader.h"
 #include "spec/SpecData.h"
+#include "templates/TemplateReader.h"
 
 #include <QDir>
 #include <QImage>
@@ -385,8 +386,10 @@ void BodyRendererTest::demoPageLooksAsReviewed() {
     run.settings.marginTop = run.settings.marginBottom = 500;
     ScriptedPrompter prompter;
     BodyRenderer renderer(
-        testsupport::sourcePath(QStringLiteral("resources/Print Templates/Classic Customer.cst")),
-        run.data, prompter);
+        TemplateReader::load(testsupport::sourcePath(
+                                 QStringLiteral("resources/Print Templates/Classic Customer.cst")),
+                             prompter),
+        run.data);
     OutputHelpers out(run.engine, run.job);
     PrintDocument(out, run.job, run.settings, {nullptr, &renderer, nullptr});
     QCOMPARE(prompter.messages(), QStringList());

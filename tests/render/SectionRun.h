@@ -5,7 +5,9 @@
 #include "render/PageEngine.h"
 #include "render/PrintJob.h"
 #include "render/ReportData.h"
+#include "render/ReportSections.h"
 #include "render/SummaryRendererBase.h"
+#include "templates/TemplateReader.h"
 #include "templates/TemplateWriter.h"
 
 #include <QDir>
@@ -63,13 +65,15 @@ template <class Renderer> struct SectionRun {
         return box;
     }
 
-    // Writes the template and prints it as the only section of a job.
+    // Writes the template and prints it as the only section of a job, reading the file back
+    // and reporting what the renderer met as the report job does.
     void render(bool pageFields = true) {
         const QString path = dir.filePath(QStringLiteral("test") + extension);
         tavrel::TemplateWriter::write(path, layout, QString());
-        renderer = std::make_unique<Renderer>(path, data, &prompter);
+        renderer = std::make_unique<Renderer>(tavrel::TemplateReader::load(path, prompter), data);
         tavrel::OutputHelpers out(engine, job);
         tavrel::printSectionOnly(out, job, settings, *renderer, pageFields);
+        tavrel::reportDiagnostics(prompter, renderer->diagnostics());
     }
 
     std::vector<tavrel::TextItem> texts(int page = 1) const {

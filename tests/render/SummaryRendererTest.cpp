@@ -13,6 +13,7 @@
 #include "render/TestSection.h"
 #include "spec/OrderFileReader.h"
 #include "spec/SifReader.h"
+#include "templates/TemplateReader.h"
 #include "templates/TemplateWriter.h"
 
 #include <QImage>
@@ -323,10 +324,10 @@ void SummaryRendererTest::pageNumbersRunAcrossSections() {
     const QString coverPath = run.dir.filePath(QStringLiteral("numbers.cov"));
     TemplateWriter::write(coverPath, cover, QString());
 
-    CoverRenderer coverRenderer(coverPath, run.data, &run.prompter);
+    CoverRenderer coverRenderer(TemplateReader::load(coverPath, run.prompter), run.data);
     QStringList log;
     TestSection body(QStringLiteral("body"), 5, {}, &log);
-    SummaryRenderer summary(summaryPath, run.data, &run.prompter);
+    SummaryRenderer summary(TemplateReader::load(summaryPath, run.prompter), run.data);
     run.job.coverPrintable = run.job.bodyPrintable = run.job.summaryPrintable = true;
     OutputHelpers out(run.engine, run.job);
     PrintDocument(out, run.job, run.settings, {&coverRenderer, &body, &summary});
@@ -362,13 +363,16 @@ void SummaryRendererTest::demoPagesLookAsReviewed() {
     const QString templates = testsupport::sourcePath(QStringLiteral("resources/Print Templates/"));
     std::unique_ptr<SectionRenderer> section;
     if (cover)
-        section = std::make_unique<CoverRenderer>(templates + QStringLiteral("Classic.cov"),
-                                                  run.data, &run.prompter);
+        section = std::make_unique<CoverRenderer>(
+            TemplateReader::load(templates + QStringLiteral("Classic.cov"), run.prompter),
+            run.data);
     else
         section = std::make_unique<SummaryRenderer>(
-            templates + QStringLiteral("Classic Customer.sum"), run.data, &run.prompter);
+            TemplateReader::load(templates + QStringLiteral("Classic Customer.sum"), run.prompter),
+            run.data);
     OutputHelpers out(run.engine, run.job);
     printSectionOnly(out, run.job, run.settings, *section, true);
+    reportDiagnostics(run.prompter, section->diagnostics());
     QCOMPARE(run.prompter.messages(), QStringList());
 
     const QImage image = renderPageImage(run.engine, 1, 50);

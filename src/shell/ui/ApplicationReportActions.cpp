@@ -4,11 +4,11 @@
 #include "base/IniFile.h"
 #include "print/PrinterOutput.h"
 #include "render/PageEngine.h"
-#include "render/PdfOutput.h"
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
 #include "shell/SettingsStore.h"
 #include "shell/ui/DesignerSession.h"
+#include "shell/ui/OutputProgress.h"
 #include "shell/ui/PreviewSession.h"
 
 #include <QApplication>
@@ -18,25 +18,6 @@
 #include <QPrinterInfo>
 
 namespace tavrel {
-
-namespace {
-
-// Keeps the hourglass up while a job is laid out, however the command ends.
-class BusyCursor {
-public:
-    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
-    BusyCursor(const BusyCursor &) = delete;
-    BusyCursor &operator=(const BusyCursor &) = delete;
-};
-
-void layOut(const AppContext &context, const MenuSelection &selection, PageEngine &engine,
-            Prompter &prompter) {
-    ReportJob report(context, selection, prompter);
-    report.run(engine, [] { QCoreApplication::processEvents(); });
-}
-
-} // namespace
 
 ApplicationReportActions::ApplicationReportActions(AppContext &context, Prompter &prompter)
     : m_context(context)
@@ -50,27 +31,42 @@ void ApplicationReportActions::preview(const MenuSelection &selection, const QSt
 
 void ApplicationReportActions::print(const MenuSelection &selection) {
     try {
-        const BusyCursor busy;
+        ReportJob report(m_context, selection, m_prompter);
         PageEngine engine;
-        layOut(m_context, selection, engine, m_prompter);
-        printDocumentOn(engine, m_context.printer.printerDeviceName, m_context.printer.printCopies);
+        if (!layOutWithProgress(report, engine, m_window))
+            return;
+        printWithProgress(engine, m_context.printer.printerDeviceName,
+                          m_context.printer.printCopies, m_window);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Print Document."), error);
     }
 }
 
 void ApplicationReportActions::exportPdf(const MenuSelection &selection, const QString &pdfPath) {
-    if (QFile::exists(pdfPath) && !QFile::remove(pdfPath)) {
+    const auto inUse = [&] {
         m_prompter.message(QStringLiteral("The file - \"") + pdfPath +
                                QStringLiteral("\" is in using. "),
                            QString(), MessageIcon::Exclamation);
+    };
+    // An existing file is replaced only by a complete new one: Cancel leaves it as it was.
+    if (!pdfPathReplaceable(pdfPath)) {
+        inUse();
         return;
     }
     try {
-        const BusyCursor busy;
+        ReportJob report(m_context, selection, m_prompter);
         PageEngine engine;
-        layOut(m_context, selection, engine, m_prompter);
-        writePdf(engine, pdfPath);
+        if (!layOutWithProgress(report, engine, m_window))
+            return;
+        switch (writePdfWithProgress(engine, pdfPath, m_window)) {
+        case PdfExportResult::Written:
+            break;
+        case PdfExportResult::Cancelled:
+            return;
+        case PdfExportResult::InUse:
+            inUse();
+            return;
+        }
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Create PDF."), error);
         return;

@@ -4,25 +4,21 @@
 #include "base/Prompter.h"
 #include "preview/frmPrintpreview.h"
 #include "print/PrinterOutput.h"
+#include "render/LayoutJob.h"
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
 #include "shell/ReportExport.h"
 #include "shell/ReportJob.h"
+#include "shell/ui/OutputProgress.h"
 #include "shell/ui/frmMsgbox.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
+#include <QPointer>
 
 namespace tavrel {
-
-namespace {
-
-// Thrown from the progress callback when the user cancels; deliberately not a RuntimeError, so
-// that no renderer's error trap takes it for a drawing failure.
-struct LayoutCancelled {};
-
-} // namespace
 
 PreviewSession::PreviewSession(AppContext &context, Prompter &prompter,
                                const MenuSelection &selection)
@@ -51,49 +47,87 @@ frmPrintpreview *PreviewSession::start(AppContext &context, Prompter &prompter,
 }
 
 void PreviewSession::layOut(frmPrintpreview *window, QWidget *mainWindow) {
-    frmMsgbox progress(mainWindow);
-    progress.setMessage(QStringLiteral("Preparing the print preview..."));
-    progress.setProgress(0, 0);
-    progress.show();
-    if (mainWindow)
-        mainWindow->setEnabled(false);
+    // The templates are read (and their messages shown) before anything is laid out.
+    m_job = std::make_unique<ReportJob>(m_context, m_selection, m_prompter);
+
+    // The progress box belongs to the preview, so it stays in front of it and usable while the
+    // main window is disabled.
+    QPointer<frmMsgbox> progress = new frmMsgbox(window);
+    progress->setMessage(QStringLiteral("Preparing the print preview..."));
+    progress->setProgress(0, 0);
+    QPointer<QWidget> main = mainWindow;
+    if (main)
+        main->setEnabled(false);
     window->setLayoutRunning(true);
     window->show();
+    progress->show();
+    progress->raise();
 
-    const int listener = m_engine->addNewPageListener([&progress](int page) {
-        progress.setMessage(QStringLiteral("Laying out page %1...").arg(page + 1));
-        if (!progress.report(page, 0))
-            throw LayoutCancelled{};
+    ReportJob *report = m_job.get();
+    m_layout = std::make_unique<LayoutJob>([report](PageEngine &engine, const CancelToken &cancel) {
+        report->layOut(engine, &cancel);
     });
-    m_job = std::make_unique<ReportJob>(m_context, m_selection, m_prompter);
-    try {
-        m_job->run(*m_engine, [] { QCoreApplication::processEvents(); });
-    } catch (const LayoutCancelled &) {
-        m_prompter.status(QStringLiteral("Print preview stopped: the pages laid out so far are "
-                                         "shown."));
-    } catch (const RuntimeError &error) {
-        reportError(m_prompter, QStringLiteral("Print Preview."), error);
+    m_layout->setTarget(m_engine.get());
+    m_layout->setProgressCallback([progress, window](int pages) {
+        if (progress) {
+            progress->setMessage(QStringLiteral("Laying out page %1...").arg(pages + 1));
+            progress->setProgress(pages, 0);
+        }
+        window->refreshDocument();
+    });
+    LayoutJob *layout = m_layout.get();
+    connect(progress, &frmMsgbox::stopRequestedChanged, layout, [layout] { layout->cancel(); });
+
+    // Wait here, with the event loop running, so that the caller finds the document laid out;
+    // closing the preview meanwhile takes this session (and the job, cancelled) with it.
+    QPointer<PreviewSession> self = this;
+    QEventLoop loop;
+    connect(layout, &LayoutJob::finished, &loop, &QEventLoop::quit);
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    layout->start();
+    loop.exec();
+
+    if (main)
+        main->setEnabled(true);
+    if (!self)
+        return;
+    if (progress) {
+        progress->finish();
+        progress->deleteLater();
     }
-    m_engine->removeNewPageListener(listener);
-    progress.finish();
-    if (mainWindow)
-        mainWindow->setEnabled(true);
     window->setLayoutRunning(false);
     window->refreshDocument();
+    m_job->reportDiagnostics();
+    if (layout->error()) {
+        reportError(m_prompter, QStringLiteral("Print Preview."), *layout->error());
+    } else if (layout->wasCancelled()) {
+        m_prompter.status(QStringLiteral("Print preview stopped: the pages laid out so far are "
+                                         "shown."));
+    }
 }
 
 void PreviewSession::print() {
     try {
-        printDocumentOn(*m_engine, m_context.printer.printerDeviceName,
-                        m_context.printer.printCopies);
+        printWithProgress(*m_engine, m_context.printer.printerDeviceName,
+                          m_context.printer.printCopies, qobject_cast<QWidget *>(parent()));
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Print Document."), error);
     }
 }
 
+ExportOptions PreviewSession::exportOptions() {
+    ExportOptions options;
+    // The re-run is laid out off the window thread, with progress and Cancel, like the preview.
+    options.layOut = [this](ReportJob &report, PageEngine &engine,
+                            const ExportFragmentWriter *fragments) {
+        return layOutWithProgress(report, engine, qobject_cast<QWidget *>(parent()), fragments);
+    };
+    return options;
+}
+
 void PreviewSession::rerunHtml() {
     try {
-        ReportExport::exportHtml(m_context, m_selection, m_prompter, QString());
+        ReportExport::exportHtml(m_context, m_selection, m_prompter, QString(), exportOptions());
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("HTML Export."), error);
     }
@@ -102,7 +136,7 @@ void PreviewSession::rerunHtml() {
 QString PreviewSession::rerunRtf() {
     try {
         // The window opens the file itself.
-        ExportOptions options;
+        ExportOptions options = exportOptions();
         options.openWhenDone = false;
         return ReportExport::exportRtf(m_context, m_selection, m_prompter, QString(), options);
     } catch (const RuntimeError &error) {

@@ -2,6 +2,7 @@
 
 #include "preview/PreviewActions.h"
 #include "shell/MenuChecks.h"
+#include "shell/ReportExport.h"
 
 #include <QObject>
 
@@ -11,6 +12,7 @@ class QWidget;
 
 namespace tavrel {
 
+class LayoutJob;
 class PageEngine;
 class Prompter;
 class ReportJob;
@@ -24,8 +26,10 @@ class PreviewSession : public QObject, public PreviewActions {
     Q_OBJECT
 
 public:
-    // Shows the preview window at once and lays the report out into it, with progress in
-    // frmMsgbox; page 1 is on screen while later pages are still being laid out.
+    // Shows the preview window at once and lays the report out into it on a layout thread, with
+    // progress and Cancel in frmMsgbox in front of the preview; page 1 is on screen while later
+    // pages are still being laid out. Returns when layout has ended (the window keeps painting
+    // and answering meanwhile); after Cancel the pages laid out so far stay in the preview.
     static frmPrintpreview *start(AppContext &context, Prompter &prompter,
                                   const MenuSelection &selection, const QString &caption,
                                   QWidget *mainWindow);
@@ -40,12 +44,16 @@ public:
 private:
     PreviewSession(AppContext &context, Prompter &prompter, const MenuSelection &selection);
     void layOut(frmPrintpreview *window, QWidget *mainWindow);
+    ExportOptions exportOptions();
 
     AppContext &m_context;
     Prompter &m_prompter;
     MenuSelection m_selection;
     std::unique_ptr<PageEngine> m_engine;
     std::unique_ptr<ReportJob> m_job;
+    // Declared after the engine and the job it uses, so that it goes (cancelled and joined)
+    // before them.
+    std::unique_ptr<LayoutJob> m_layout;
 };
 
 // The about box text and the help document, shared by the windows.

@@ -40,7 +40,7 @@ frmMsgbox::frmMsgbox(QWidget *parent)
     layout->addLayout(row);
 
     connect(m_cancel, &QPushButton::clicked, this, &frmMsgbox::requestStop);
-    // The clock ticks on the same thread as the job: it shows while the job lets events run.
+    // The clock shows the time taken while the job runs.
     m_clock = new QTimer(this);
     m_clock->setInterval(500);
     connect(m_clock, &QTimer::timeout, this, &frmMsgbox::showElapsed);

@@ -10,10 +10,11 @@ class QTimer;
 
 namespace tavrel {
 
-// The progress dialog shown while a long job (the preview's layout) runs on the same thread:
-// a message, a progress bar, the time taken so far and a Cancel button that only raises a stop
-// flag; the job reads the flag at its next progress report. Non-modal, so that the preview
-// already on screen stays usable.
+// The progress dialog shown while a long job (the preview's layout, a PDF, a print) runs on a
+// thread of its own: a message, a progress bar, the time taken so far and a Cancel button that
+// raises a stop flag and emits stopRequestedChanged, which the window turns into the job's
+// cancel token. Non-modal unless the caller makes it so, so that the preview already on screen
+// stays usable while it is laid out.
 class frmMsgbox : public QDialog {
     Q_OBJECT
 
@@ -31,7 +32,7 @@ public:
     int value() const;
     int maximum() const;
 
-    // For a job's progress callback: shows value of maximum, lets pending events run when
+    // For a job on the window thread: shows value of maximum, lets pending events run when
     // EventInterval has passed since the last time, and returns false once Cancel was pressed.
     bool report(int value, int maximum);
 

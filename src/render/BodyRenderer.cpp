@@ -122,6 +122,8 @@ void BodyRenderer::render(OutputHelpers &out) {
     PageEngine &engine = out.engine();
     prepare(engine);
     m_out = &out;
+    m_diagnostics.clear();
+    m_reportedPictures.clear();
     const ListenerGuard guard(engine, engine.addNewPageListener([this](int) {
         if (m_newPageInProgress && m_out)
             startPageTop(*m_out);

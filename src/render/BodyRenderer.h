@@ -46,6 +46,8 @@ public:
 
     void render(OutputHelpers &out) override;
     int pageCount() const override { return m_pageCount; }
+    // Item pictures that could not be loaded, once each, under "Custom Preview.".
+    std::vector<RenderDiagnostic> diagnostics() const override { return m_diagnostics; }
     PageFieldFlags pageFields() const override;
     void drawPageFieldBand(OutputHelpers &out, Band band, int pageNumber, int pageTotal) override;
 
@@ -123,6 +125,7 @@ private:
     std::vector<std::vector<QString>> m_cells;
     PictureCache m_pictureSizes;
     QSet<QString> m_reportedPictures; // item pictures that could not be loaded, reported once
+    std::vector<RenderDiagnostic> m_diagnostics;
 
     OutputHelpers *m_out = nullptr; // set while rendering, for the new-page notification
     bool m_newPageInProgress = false;

@@ -186,10 +186,10 @@ void BodyRenderer::drawCell(OutputHelpers &out, std::size_t rowColumn, int recor
         m_styledColumn = -1;
         // An item picture that cannot be loaded would otherwise be missing without a word; it
         // is reported once, by its name (the error's description carries it).
-        if (column.kind == BodyColumnKind::Image && m_prompter &&
+        if (column.kind == BodyColumnKind::Image &&
             !m_reportedPictures.contains(error.description())) {
             m_reportedPictures.insert(error.description());
-            reportError(*m_prompter, QStringLiteral("Custom Preview."), error);
+            m_diagnostics.push_back({QStringLiteral("Custom Preview."), error});
         }
     }
 }

@@ -179,8 +179,10 @@ bool FieldCatalog::isHeaderFooterCaption(const QString &caption) {
 }
 
 bool FieldCatalog::hasNoHeaderText(const QString &caption) {
-    return caption == QLatin1String("Image") || caption == QLatin1String("Complete") ||
-           caption == QLatin1String("Taxable");
+    // The picture, status and tax columns draw a picture or an icon, not a text.
+    const ItemFieldRow *row = ItemFields::rowForCaption(caption);
+    return row && (row->kind == ItemFieldKind::Picture || row->kind == ItemFieldKind::Status ||
+                   row->kind == ItemFieldKind::Tax);
 }
 
 QString FieldCatalog::labelFromSetting(const QString &value) {

@@ -1,5 +1,7 @@
 #include "spec/FieldCatalog.h"
 
+#include "spec/ItemFields.h"
+
 #include <QHash>
 
 namespace tavrel {
@@ -45,58 +47,16 @@ QStringList makeDesignerCaptions() {
     return list;
 }
 
+// The coded item fields, in the catalogue's own order.
 QList<ItemField> makeItemFields() {
-    const char *const pairs[][2] = {// Left column of the catalogue table.
-                                    {"Special Number", "SN"},
-                                    {"Report Note", "NE"},
-                                    {"Sif Note", "NL"},
-                                    {"Table of Contensts", "TC"},
-                                    {"Enterprise Code", "EC"},
-                                    {"Enterprise Description", "DE"},
-                                    {"Part Number", "PN"},
-                                    {"Rec#", "REC"},
-                                    {"Part Classification", "PC"},
-                                    {"Generic Code", "CG"},
-                                    {"Weight", "WT"},
-                                    {"EXT Weight", "WTE"},
-                                    {"EXT Volume", "VOE"},
-                                    {"EXT Cust$", "SPE"},
-                                    {"EXT Deal$", "BPE"},
-                                    {"EXT List$", "PLE"},
-                                    {"EXT MG$", "MGE"},
-                                    {"Volume", "VO"},
-                                    {"Tag 1", "T1"},
-                                    {"Tag 2", "T2"},
-                                    {"Tag 3", "T3"},
-                                    {"Tag 4", "T4"},
-                                    {"Carton", "QC"},
-                                    // Right column.
-                                    {"Tag 5", "T5"},
-                                    {"Part Description", "PD"},
-                                    {"Extended Description", "PE"},
-                                    {"Expanded Description", "ED"},
-                                    {"Model Description", "MD"},
-                                    {"Mfg", "MC"},
-                                    {"Cust$", "SP"},
-                                    {"Cust%", "S-"},
-                                    {"Deal$", "BP"},
-                                    {"Deal%", "P%"},
-                                    {"Option Code", "ON"},
-                                    {"Option Description", "OD"},
-                                    {"Option Note Code", "AN"},
-                                    {"Option Note Description", "AD"},
-                                    {"Option Code / Description", "ONN"},
-                                    {"Option Note Code / Description", "ANN"},
-                                    {"Qty", "QT"},
-                                    {"List$", "PL"},
-                                    {"Cust Disc$", "SD"},
-                                    {"EXT Cust Disc$", "SDE"},
-                                    {"MG%", "M%"},
-                                    {"MG$", "MG"},
-                                    {"PZ", "PZ"}};
     QList<ItemField> fields;
-    for (const auto &pair : pairs)
-        fields.append({QString::fromLatin1(pair[0]), QString::fromLatin1(pair[1])});
+    for (const ItemFieldRow &row : ItemFields::rows) {
+        if (row.catalogPosition < 0)
+            continue;
+        if (fields.size() <= row.catalogPosition)
+            fields.resize(row.catalogPosition + 1);
+        fields[row.catalogPosition] = {row.captionText(), row.codeText()};
+    }
     return fields;
 }
 
@@ -219,8 +179,10 @@ bool FieldCatalog::isHeaderFooterCaption(const QString &caption) {
 }
 
 bool FieldCatalog::hasNoHeaderText(const QString &caption) {
-    return caption == QLatin1String("Image") || caption == QLatin1String("Complete") ||
-           caption == QLatin1String("Taxable");
+    // The picture, status and tax columns draw a picture or an icon, not a text.
+    const ItemFieldRow *row = ItemFields::rowForCaption(caption);
+    return row && (row->kind == ItemFieldKind::Picture || row->kind == ItemFieldKind::Status ||
+                   row->kind == ItemFieldKind::Tax);
 }
 
 QString FieldCatalog::labelFromSetting(const QString &value) {

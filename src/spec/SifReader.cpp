@@ -5,6 +5,7 @@
 #include "base/RuntimeError.h"
 #include "base/TextFile.h"
 #include "base/Windows1252.h"
+#include "spec/ItemFields.h"
 #include "spec/Totals.h"
 
 #include <QByteArrayView>
@@ -79,16 +80,15 @@ private:
     QString m_numberBuffer;
 
     void applyLine(const char *line, qsizetype size);
-    bool applyHeaderTag(unsigned key);
-    bool applyItemTextTag(unsigned key);
-    bool applyItemNumberTag(unsigned key);
-    bool applyListTag(unsigned key);
+    void applyHeaderTag(unsigned key);
+    void applyItemTag(const ItemFieldRow &row);
+    void applyListLine(const ItemFieldRow &row, QString &html, QString &rtf, const QString *marker);
 
     QString text() const { return fromWindows1252(m_value, m_valueSize); }
     std::optional<double> parsedNumber();
     double number() { return parsedNumber().value_or(0.0); }
     SifItem &item();
-    void startItem();
+    void startItem(const ItemFieldRow &partNumber);
 };
 
 void SifParser::parse(const QByteArray &bytes) {
@@ -110,7 +110,6 @@ void SifParser::applyLine(const char *line, qsizetype size) {
     // The tag is the first three characters as written; shorter lines match no tag.
     if (size < 3)
         return;
-    const unsigned key = tagKey(line);
     qsizetype begin = 3;
     qsizetype end = size;
     while (begin < end && line[begin] == ' ')
@@ -119,9 +118,10 @@ void SifParser::applyLine(const char *line, qsizetype size) {
         --end;
     m_value = line + begin;
     m_valueSize = end - begin;
-    if (applyHeaderTag(key) || applyItemTextTag(key) || applyItemNumberTag(key))
-        return;
-    applyListTag(key);
+    if (const ItemFieldRow *row = ItemFields::rowForTag(line))
+        applyItemTag(*row);
+    else
+        applyHeaderTag(tagKey(line));
 }
 
 // Plain decimals such as "614.00" or "-3" with at most 15 digits: the digits form an exact
@@ -174,244 +174,120 @@ SifItem &SifParser::item() {
     return *m_item;
 }
 
-void SifParser::startItem() {
+void SifParser::startItem(const ItemFieldRow &partNumber) {
     const int index = m_data.appendItem();
     m_item = &m_data.item(index);
     m_texts = &m_data.texts(index);
-    m_item->partNumber = upperCased(text());
+    m_item->*partNumber.text = upperCased(text());
 }
 
-bool SifParser::applyHeaderTag(unsigned key) {
+void SifParser::applyHeaderTag(unsigned key) {
     SifHeader &header = m_data.header;
     switch (key) {
     case tag("SF="):
         header.specFileName = m_specFileName;
-        return true;
+        return;
     case tag("ST="):
         header.stText = text();
-        return true;
+        return;
     case tag("DT="):
         header.dateText = text();
-        return true;
+        return;
     case tag("TM="):
         header.timeText = text();
-        return true;
+        return;
     case tag("TL="):
         header.totalList = number();
-        return true;
+        return;
     case tag("TP="):
         header.totalPurchase = number();
-        return true;
+        return;
     case tag("TS="):
         header.totalSell = number();
-        return true;
+        return;
     case tag("TW="):
         header.totalWeight = number();
-        return true;
+        return;
     case tag("TV="):
         header.totalVolume = number();
-        return true;
-    case tag("PN="):
-        startItem();
-        return true;
+        return;
     default:
-        return false;
+        return; // not a tag of this program: ignored
     }
 }
 
-bool SifParser::applyItemTextTag(unsigned key) {
-    QString SifItem::*field = nullptr;
-    switch (key) {
-    case tag("SN="):
-        field = &SifItem::specialNumber;
-        break;
-    case tag("NE="):
-        field = &SifItem::reportNote;
-        break;
-    case tag("NL="):
-        field = &SifItem::sifNote;
-        break;
-    case tag("TC="):
-        field = &SifItem::tableOfContents;
-        break;
-    case tag("EC="):
-        field = &SifItem::enterpriseCode;
-        break;
-    case tag("DE="):
-        field = &SifItem::enterpriseDescription;
-        break;
-    case tag("RN="):
-        field = &SifItem::recordNumber;
-        break;
-    case tag("PC="):
-        field = &SifItem::partClassification;
-        break;
-    case tag("T1="):
-    case tag("TG="):
-        field = &SifItem::tag1;
-        break;
-    case tag("T2="):
-    case tag("GC="):
-        field = &SifItem::tag2;
-        break;
-    case tag("T3="):
-        field = &SifItem::tag3;
-        break;
-    case tag("T4="):
-        field = &SifItem::tag4;
-        break;
-    case tag("T5="):
-        field = &SifItem::tag5;
-        break;
-    case tag("PD="):
-        field = &SifItem::partDescription;
-        break;
-    case tag("PE="):
-        field = &SifItem::extendedDescription;
-        break;
-    case tag("MD="):
-        field = &SifItem::modelDescription;
-        break;
-    case tag("ED="):
-        field = &SifItem::expandedDescription;
-        break;
-    case tag("MC="):
-        field = &SifItem::manufacturerCode;
-        break;
-    case tag("QC="):
-        field = &SifItem::carton;
-        break;
-    case tag("PZ="):
-        field = &SifItem::pzText;
-        break;
-    case tag("DP="):
-        field = &SifItem::dpText;
-        break;
-    case tag("TA="):
-        field = &SifItem::taText;
-        break;
-    case tag("IM="):
-        field = &SifItem::imText;
-        break;
-    case tag("CM="):
-        field = &SifItem::cmText;
-        break;
-    case tag("CG="):
-        field = &SifItem::genericCode;
-        break;
-    default:
-        return false;
+void SifParser::applyItemTag(const ItemFieldRow &row) {
+    switch (row.fill) {
+    case SifFill::PartNumber:
+        startItem(row);
+        return;
+    case SifFill::Text: {
+        SifItem &current = item();
+        current.*row.text = text();
+        return;
     }
-    item().*field = text();
-    return true;
-}
-
-bool SifParser::applyItemNumberTag(unsigned key) {
-    double SifItem::*field = nullptr;
-    switch (key) {
-    case tag("WT="):
-        field = &SifItem::weight;
-        break;
-    case tag("VO="):
-        field = &SifItem::volume;
-        break;
-    case tag("QT="):
-        field = &SifItem::quantity;
-        break;
-    case tag("PL="):
-        field = &SifItem::listPrice;
-        break;
-    case tag("S-="):
-        field = &SifItem::customerPercent;
-        break;
-    case tag("SP="):
-        field = &SifItem::sellPrice;
-        break;
-    case tag("P%="):
-        field = &SifItem::dealerPercent;
-        break;
-    case tag("BP="):
-        field = &SifItem::buyPrice;
-        break;
-    case tag("DD="):
-        field = &SifItem::ddAmount;
-        break;
-    case tag("MP="): {
+    case SifFill::Number: {
+        SifItem &current = item();
+        current.*row.number = number();
+        return;
+    }
+    case SifFill::MarginAmount: {
         SifItem &current = item();
         const std::optional<double> value = parsedNumber();
-        current.marginAmount =
+        current.*row.number =
             value ? *value : Totals::checked(current.sellPrice - current.buyPrice);
-        return true;
+        return;
     }
-    case tag("M%="): {
+    case SifFill::MarginPercent: {
         SifItem &current = item();
         const std::optional<double> value = parsedNumber();
         if (value)
-            current.marginPercent = *value;
+            current.*row.number = *value;
         else if (current.sellPrice != 0)
-            current.marginPercent = Totals::checked(current.marginAmount / current.sellPrice * 100);
+            current.*row.number = Totals::checked(current.marginAmount / current.sellPrice * 100);
         else // deliberate: without a sell price the division is skipped, not replaced by 0
-            current.marginPercent = Totals::checked(current.marginAmount * 100);
-        return true;
+            current.*row.number = Totals::checked(current.marginAmount * 100);
+        return;
     }
-    default:
-        return false;
+    case SifFill::OptionList:
+        applyListLine(row, m_texts->optionHtml, m_texts->optionRtf, nullptr);
+        return;
+    case SifFill::NoteCodeList:
+        applyListLine(row, m_texts->noteCodeHtml, m_texts->noteCodeRtf, &notesCodeMarker);
+        return;
+    case SifFill::NoteTextList:
+        applyListLine(row, m_texts->noteTextHtml, m_texts->noteTextRtf, &notesTextMarker);
+        return;
+    case SifFill::None:
+        return;
     }
-    SifItem &current = item();
-    current.*field = number();
-    return true;
 }
 
-bool SifParser::applyListTag(unsigned key) {
-    if (key != tag("ON=") && key != tag("OD=") && key != tag("AN=") && key != tag("AD="))
-        return false;
+void SifParser::applyListLine(const ItemFieldRow &row, QString &html, QString &rtf,
+                              const QString *marker) {
     SifItem &current = item();
     // An empty entry still takes its line.
     const QString value = m_valueSize == 0 ? QStringLiteral(" ") : text();
-    QString *joined = nullptr;
-    QString *running = nullptr;
-    QString *html = &m_texts->optionHtml;
-    QString *rtf = &m_texts->optionRtf;
-    const QString *marker = nullptr;
-    if (key == tag("ON=")) {
-        joined = &current.optionCodes;
-        running = &current.optionCodesRunning;
-    } else if (key == tag("OD=")) {
-        joined = &current.optionDescriptions;
-        running = &current.optionDescriptionsRunning;
-    } else if (key == tag("AN=")) {
-        joined = &current.noteCodes;
-        running = &current.noteCodesRunning;
-        html = &m_texts->noteCodeHtml;
-        rtf = &m_texts->noteCodeRtf;
-        marker = &notesCodeMarker;
-    } else {
-        joined = &current.noteDescriptions;
-        running = &current.noteDescriptionsRunning;
-        html = &m_texts->noteTextHtml;
-        rtf = &m_texts->noteTextRtf;
-        marker = &notesTextMarker;
-    }
-
-    if (!joined->isEmpty()) {
-        *joined += carriageReturn + value;
-        *running += QLatin1Char(' ') + value;
-        *html += htmlBreak + value;
-        *rtf += rtfBreak + value;
+    QString &joined = current.*row.text;
+    QString &running = current.*row.running;
+    if (!joined.isEmpty()) {
+        joined += carriageReturn + value;
+        running += QLatin1Char(' ') + value;
+        html += htmlBreak + value;
+        rtf += rtfBreak + value;
     } else if (marker) {
         // The notes block opens with its heading line; the running text keeps the same
         // carriage return after the heading, deliberately.
-        *joined = *marker + carriageReturn + value;
-        *running = *joined;
-        *html = *marker + htmlBreak + value;
-        *rtf = *marker + rtfBreak + value;
+        joined = *marker + carriageReturn + value;
+        running = joined;
+        html = *marker + htmlBreak + value;
+        rtf = *marker + rtfBreak + value;
     } else {
         // Deliberate: the first option line goes into the fields only; the HTML and RTF texts
         // collect the later lines.
-        *joined = value;
-        *running = value;
+        joined = value;
+        running = value;
     }
-    return true;
 }
 
 } // namespace

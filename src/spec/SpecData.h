@@ -7,7 +7,8 @@
 namespace tavrel {
 
 // One item of the specification, in the order the parent application's records hold them.
-// Text fields are empty and amounts 0 until the SIF reader fills them.
+// Text fields are empty and amounts 0 until the SIF reader fills them. The tags that fill the
+// members, their field codes, captions and lengths are the rows of spec/ItemFields.h.
 struct SifItem {
     QString recordNumber;       // RN=
     QString partNumber;         // PN=, upper-cased; "SUBTOTAL" marks a subtotal row

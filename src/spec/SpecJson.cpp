@@ -1,5 +1,7 @@
 #include "spec/SpecJson.h"
 
+#include "spec/ItemFields.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonValue>
@@ -9,48 +11,18 @@ namespace SpecJson {
 
 namespace {
 
+// Every item field the JSON names: read, computed and running texts alike.
 QJsonObject itemValues(const SifItem &item) {
-    return {
-        {QStringLiteral("RN"), item.recordNumber},
-        {QStringLiteral("PN"), item.partNumber},
-        {QStringLiteral("PC"), item.partClassification},
-        {QStringLiteral("WT"), item.weight},
-        {QStringLiteral("VO"), item.volume},
-        {QStringLiteral("T1"), item.tag1},
-        {QStringLiteral("T2"), item.tag2},
-        {QStringLiteral("T3"), item.tag3},
-        {QStringLiteral("T4"), item.tag4},
-        {QStringLiteral("T5"), item.tag5},
-        {QStringLiteral("PD"), item.partDescription},
-        {QStringLiteral("PE"), item.extendedDescription},
-        {QStringLiteral("MD"), item.modelDescription},
-        {QStringLiteral("ED"), item.expandedDescription},
-        {QStringLiteral("MC"), item.manufacturerCode},
-        {QStringLiteral("QT"), item.quantity},
-        {QStringLiteral("QC"), item.carton},
-        {QStringLiteral("PL"), item.listPrice},
-        {QStringLiteral("DD"), item.ddAmount},
-        {QStringLiteral("PZ"), item.pzText},
-        {QStringLiteral("DP"), item.dpText},
-        {QStringLiteral("S-"), item.customerPercent},
-        {QStringLiteral("SP"), item.sellPrice},
-        {QStringLiteral("P%"), item.dealerPercent},
-        {QStringLiteral("BP"), item.buyPrice},
-        {QStringLiteral("TA"), item.taText},
-        {QStringLiteral("AN"), item.noteCodes},
-        {QStringLiteral("AD"), item.noteDescriptions},
-        {QStringLiteral("ON"), item.optionCodes},
-        {QStringLiteral("OD"), item.optionDescriptions},
-        {QStringLiteral("IM"), item.imText},
-        {QStringLiteral("CM"), item.cmText},
-        {QStringLiteral("CG"), item.genericCode},
-        {QStringLiteral("SN"), item.specialNumber},
-        {QStringLiteral("NE"), item.reportNote},
-        {QStringLiteral("NL"), item.sifNote},
-        {QStringLiteral("TC"), item.tableOfContents},
-        {QStringLiteral("EC"), item.enterpriseCode},
-        {QStringLiteral("DE"), item.enterpriseDescription},
-    };
+    QJsonObject object;
+    for (const ItemFieldRow &row : ItemFields::rows) {
+        if (row.jsonKey.empty())
+            continue;
+        if (row.text)
+            object.insert(row.jsonKeyText(), item.*row.text);
+        else
+            object.insert(row.jsonKeyText(), row.numberOf(item));
+    }
+    return object;
 }
 
 QJsonArray contacts(const std::vector<OrderContact> &list) {
@@ -82,16 +54,7 @@ void addParty(QJsonObject &object, QChar prefix, QLatin1String codeTag, QLatin1S
 
 QJsonObject item(const SifItem &item, const SifItemTexts &texts) {
     QJsonObject object = itemValues(item);
-    const std::initializer_list<std::pair<const char *, double>> computed = {
-        {"WTE", item.extendedWeight},    {"VOE", item.extendedVolume}, {"PLE", item.extendedList},
-        {"DDE", item.extendedDd},        {"SPE", item.extendedSell},   {"BPE", item.extendedBuy},
-        {"SPE2", item.extendedSellCopy}, {"MP", item.marginAmount},    {"M%", item.marginPercent},
-    };
-    for (const auto &[key, value] : computed)
-        object.insert(QLatin1String(key), value);
     const std::initializer_list<std::pair<const char *, const QString *>> textFields = {
-        {"ANN", &item.noteCodesRunning},       {"ADN", &item.noteDescriptionsRunning},
-        {"ONN", &item.optionCodesRunning},     {"ODN", &item.optionDescriptionsRunning},
         {"OptionHtml", &texts.optionHtml},     {"OptionRtf", &texts.optionRtf},
         {"NoteCodeHtml", &texts.noteCodeHtml}, {"NoteCodeRtf", &texts.noteCodeRtf},
         {"NoteTextHtml", &texts.noteTextHtml}, {"NoteTextRtf", &texts.noteTextRtf},

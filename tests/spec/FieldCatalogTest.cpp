@@ -22,6 +22,8 @@ private slots:
     void headerFooterCaptionsAreDesignerCaptions();
     void settingParts_data();
     void settingParts();
+    void noHeaderText_data();
+    void noHeaderText();
 };
 
 void FieldCatalogTest::codeForCaption_data() {
@@ -193,6 +195,25 @@ void FieldCatalogTest::settingParts() {
     QFETCH(QString, label);
     QCOMPARE(FieldCatalog::lengthTextFromSetting(value), length);
     QCOMPARE(FieldCatalog::labelFromSetting(value), label);
+}
+
+void FieldCatalogTest::noHeaderText_data() {
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<bool>("none");
+    QTest::newRow("image") << "Image" << true;
+    QTest::newRow("complete") << "Complete" << true;
+    QTest::newRow("taxable") << "Taxable" << true;
+    QTest::newRow("part number") << "Part Number" << false;
+    QTest::newRow("option code") << "Option Code" << false;
+    QTest::newRow("total options") << "Total Option / Description" << false;
+    QTest::newRow("lower case") << "image" << false;
+    QTest::newRow("empty") << "" << false;
+}
+
+void FieldCatalogTest::noHeaderText() {
+    QFETCH(QString, caption);
+    QFETCH(bool, none);
+    QCOMPARE(FieldCatalog::hasNoHeaderText(caption), none);
 }
 
 TAVREL_TEST(FieldCatalogTest)

@@ -183,7 +183,7 @@ void writeOutputs(const PageEngine &engine, const RenderOptions &options,
     }
 }
 
-void writeExports(const AppContext &context, const MenuSelection &selection,
+void writeExports(const AppContext &context, const ReportSelection &selection,
                   const RenderOptions &options, Prompter &prompter) {
     ExportOptions exportOptions;
     exportOptions.openWhenDone = options.open;
@@ -222,14 +222,10 @@ int runRender(const QStringList &args) {
                           CupsPrinting::printers()))
         return 1;
 
-    const ReportSelection chosen = chooseSelection(context, options.sections);
-    MenuSelection selection;
-    selection.templates = chosen.templates;
-    for (std::size_t row = 0; row < ReportSelection::Rows; ++row)
-        selection.printable[row] = chosen.isPrintable(row);
+    const ReportSelection selection = chooseSelection(context, options.sections);
     // The check a direct print run makes: what it refuses is not laid out here either, with the
     // same text and the same exit status as check-print.
-    const QString refusal = PrintSelection::checkMessage(chosen);
+    const QString refusal = PrintSelection::checkMessage(selection);
     if (!refusal.isEmpty()) {
         printErr(consoleText(refusal) + QLatin1Char('\n'));
         return 1;

@@ -14,7 +14,7 @@ bool printUnattended(AppContext &context, Prompter &prompter) {
     if (!checkPrintState(context.job, context.paths.templateFolder, prompter, &selection))
         return false;
     try {
-        ReportJob report(context, ReportJob::menuSelection(context, selection), prompter);
+        ReportJob report(context, ReportJob::resolvedSelection(context, selection), prompter);
         PageEngine engine;
         report.run(engine);
         printDocumentOn(engine, context.printer.printerDeviceName, context.printer.printCopies);

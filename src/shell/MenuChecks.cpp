@@ -5,18 +5,18 @@ namespace MenuChecks {
 
 namespace {
 
-bool anyTemplate(const MenuSelection &s) {
+bool anyTemplate(const ReportSelection &s) {
     return !s.templates[0].isEmpty() || !s.templates[1].isEmpty() || !s.templates[2].isEmpty();
 }
 
-bool anyPrintable(const MenuSelection &s) {
-    return s.printable[0] || s.printable[1] || s.printable[2];
+bool anyPrintable(const ReportSelection &s) {
+    return s.isPrintable(0) || s.isPrintable(1) || s.isPrintable(2);
 }
 
 // True when some printable row has a template.
-bool anyPrintableTemplate(const MenuSelection &s) {
+bool anyPrintableTemplate(const ReportSelection &s) {
     for (int row = 0; row < 3; ++row) {
-        if (s.printable[row] && !s.templates[row].isEmpty())
+        if (s.isPrintable(row) && !s.templates[row].isEmpty())
             return true;
     }
     return false;
@@ -24,7 +24,7 @@ bool anyPrintableTemplate(const MenuSelection &s) {
 
 } // namespace
 
-QString beforePreview(const MenuSelection &s, const FileExists &fileExists) {
+QString beforePreview(const ReportSelection &s, const FileExists &fileExists) {
     if (!anyTemplate(s))
         return QStringLiteral("At least select one template to be print preview.");
     if (!anyPrintable(s))
@@ -35,13 +35,13 @@ QString beforePreview(const MenuSelection &s, const FileExists &fileExists) {
                                                          "Custom page template not found.",
                                                          "Summary page template not found."};
     for (int row = 0; row < 3; ++row) {
-        if (s.printable[row] && !s.templates[row].isEmpty() && !fileExists(s.templates[row]))
+        if (s.isPrintable(row) && !s.templates[row].isEmpty() && !fileExists(s.templates[row]))
             return QString::fromLatin1(notFound[std::size_t(row)]);
     }
     return {};
 }
 
-QString beforePrint(const MenuSelection &s, const FileExists &fileExists) {
+QString beforePrint(const ReportSelection &s, const FileExists &fileExists) {
     if (!anyTemplate(s))
         return QStringLiteral("At least select one template to print.");
     if (!anyPrintable(s))
@@ -55,7 +55,7 @@ QString beforePrint(const MenuSelection &s, const FileExists &fileExists) {
                                                          "Custom Template Not Found.",
                                                          "Summary Template Not Found."};
     for (int row = 0; row < 3; ++row) {
-        if (!s.printable[row])
+        if (!s.isPrintable(row))
             continue;
         if (s.templates[row].isEmpty())
             return QString::fromLatin1(notSelected[std::size_t(row)]);
@@ -65,7 +65,7 @@ QString beforePrint(const MenuSelection &s, const FileExists &fileExists) {
     return {};
 }
 
-QString beforeSaveAsDefault(const MenuSelection &s) {
+QString beforeSaveAsDefault(const ReportSelection &s) {
     if (!anyTemplate(s))
         return QStringLiteral("At least select one template to print.");
     if (!anyPrintable(s))

@@ -1,18 +1,13 @@
 #pragma once
 
+#include "templates/ReportSelection.h"
+
 #include <QString>
 
 #include <array>
 #include <functional>
 
 namespace tavrel {
-
-// What the main window holds for its three rows (0 cover, 1 body, 2 summary): the chosen
-// template paths (empty when none) and the printable check boxes.
-struct MenuSelection {
-    std::array<QString, 3> templates;
-    std::array<bool, 3> printable{};
-};
 
 // The main window's checks before it previews, prints or saves the selection as default. Each
 // returns the message to show (exclamation icon), or an empty text when the command may go on.
@@ -21,10 +16,10 @@ namespace MenuChecks {
 
 using FileExists = std::function<bool(const QString &)>;
 
-QString beforePreview(const MenuSelection &selection, const FileExists &fileExists);
-QString beforePrint(const MenuSelection &selection, const FileExists &fileExists);
+QString beforePreview(const ReportSelection &selection, const FileExists &fileExists);
+QString beforePrint(const ReportSelection &selection, const FileExists &fileExists);
 // The printable-row checks of "save as default"; the missing-file questions follow separately.
-QString beforeSaveAsDefault(const MenuSelection &selection);
+QString beforeSaveAsDefault(const ReportSelection &selection);
 // The question asked, with OK and Cancel, for a chosen file that does not exist ("Connot" is
 // the required spelling).
 QString cannotSaveQuestion(const QString &fileName);

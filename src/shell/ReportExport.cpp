@@ -13,8 +13,8 @@ namespace tavrel {
 
 namespace {
 
-bool wanted(const MenuSelection &selection, std::size_t row) {
-    return selection.printable[row] && !selection.templates[row].isEmpty();
+bool wanted(const ReportSelection &selection, std::size_t row) {
+    return selection.isPrintable(row) && !selection.templates[row].isEmpty();
 }
 
 // The template's file name less its last four characters (".cst" and the like).
@@ -45,7 +45,7 @@ struct ExportRun {
 
 // Lays the selection out once with the export fragments switched on; the engine writes the
 // files as the job ends.
-ExportRun runExport(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+ExportRun runExport(const AppContext &context, const ReportSelection &selection, Prompter &prompter,
                     const QString &folder, bool html, const ExportOptions &options) {
     ReportJob report(context, selection, prompter, reportTimeOf(options));
     JobState &job = report.job();
@@ -72,7 +72,7 @@ ExportRun runExport(const AppContext &context, const MenuSelection &selection, P
 
 namespace ReportExport {
 
-QString baseName(const AppContext &context, const MenuSelection &selection) {
+QString baseName(const AppContext &context, const ReportSelection &selection) {
     static constexpr const char *Suffixes[3] = {"Cov", "Cst", "Sum"};
     int printed = 0;
     std::size_t only = 0;
@@ -90,7 +90,7 @@ QString baseName(const AppContext &context, const MenuSelection &selection) {
     return QStringLiteral("Report");
 }
 
-QString exportHtml(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+QString exportHtml(const AppContext &context, const ReportSelection &selection, Prompter &prompter,
                    const QString &directory, const ExportOptions &options) {
     const ExportRun run = runExport(context, selection, prompter, directory, true, options);
     if (run.path.isEmpty())
@@ -112,7 +112,7 @@ QString exportHtml(const AppContext &context, const MenuSelection &selection, Pr
     return first;
 }
 
-QString exportRtf(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+QString exportRtf(const AppContext &context, const ReportSelection &selection, Prompter &prompter,
                   const QString &directory, const ExportOptions &options) {
     if (selection.templates[1].isEmpty())
         return {};

@@ -34,17 +34,17 @@ namespace ReportExport {
 // The base name of the export files of a selection: a job of the body alone, the cover alone or
 // the summary alone is named after its template (file name less its four-character extension)
 // plus "Cst", "Cov" or "Sum"; any other job after the active document (or "Report" without one).
-QString baseName(const AppContext &context, const MenuSelection &selection);
+QString baseName(const AppContext &context, const ReportSelection &selection);
 
 // Writes the selection as HTML pages into directory (the settings' HTML folder when empty) and
 // returns the page file to open first: base + ".htm" for one page, base + "1.htm" for more.
-QString exportHtml(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+QString exportHtml(const AppContext &context, const ReportSelection &selection, Prompter &prompter,
                    const QString &directory, const ExportOptions &options = {});
 
 // Writes the body-only job of the selection's body template as one RTF document, template name
 // + "Cst.rtf", into directory (the settings' RTF folder when empty) and returns its path; returns
 // "" and writes nothing when the selection names no body template.
-QString exportRtf(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+QString exportRtf(const AppContext &context, const ReportSelection &selection, Prompter &prompter,
                   const QString &directory, const ExportOptions &options = {});
 
 } // namespace ReportExport

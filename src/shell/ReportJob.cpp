@@ -26,11 +26,11 @@ QDateTime savedTimeOf(const AppContext &context) {
 
 } // namespace
 
-MenuSelection sectionOnlySelection(TemplateKind kind, const QString &templatePath) {
-    MenuSelection selection;
+ReportSelection sectionOnlySelection(TemplateKind kind, const QString &templatePath) {
+    ReportSelection selection;
     const std::size_t row = kind == TemplateKind::Cover ? 0 : kind == TemplateKind::Custom ? 1 : 2;
     selection.templates[row] = templatePath;
-    selection.printable[row] = true;
+    selection.printable[row] = ReportSelection::flag(true);
     return selection;
 }
 
@@ -44,8 +44,8 @@ bool jobIsLandscape(const std::array<const TemplateLayout *, 3> &layouts) {
     return false;
 }
 
-ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
-                     QDateTime reportTime)
+ReportJob::ReportJob(const AppContext &context, const ReportSelection &selection,
+                     Prompter &prompter, QDateTime reportTime)
     : m_prompter(prompter)
     , m_selection(selection) {
     m_data.spec = &context.spec;
@@ -75,7 +75,7 @@ ReportJob::ReportJob(const AppContext &context, const MenuSelection &selection, 
     m_settings.marginBottom = context.margins.bottom;
 
     const auto wanted = [&](std::size_t row) {
-        return selection.printable[row] && !selection.templates[row].isEmpty();
+        return selection.isPrintable(row) && !selection.templates[row].isEmpty();
     };
     m_job.coverPrintable = wanted(0);
     m_job.bodyPrintable = wanted(1);
@@ -156,19 +156,14 @@ void ReportJob::reportDiagnostics() const {
     tavrel::reportDiagnostics(m_prompter, diagnostics());
 }
 
-MenuSelection ReportJob::selectionFromJobFile(AppContext &context) {
-    return menuSelection(context, context.job.reportSelection(context.paths.templateFolder));
+ReportSelection ReportJob::selectionFromJobFile(AppContext &context) {
+    return resolvedSelection(context, context.job.reportSelection(context.paths.templateFolder));
 }
 
-MenuSelection ReportJob::menuSelection(const AppContext &context,
-                                       const ReportSelection &selection) {
-    MenuSelection menu;
-    for (std::size_t row = 0; row < ReportSelection::Rows; ++row) {
-        menu.templates[row] = PathRules::resolveAgainst(
-            context.paths.jobFile, PrintSelection::localPath(selection.templates[row]));
-        menu.printable[row] = selection.isPrintable(row);
-    }
-    return menu;
+ReportSelection ReportJob::resolvedSelection(const AppContext &context, ReportSelection selection) {
+    for (QString &path : selection.templates)
+        path = PathRules::resolveAgainst(context.paths.jobFile, PrintSelection::localPath(path));
+    return selection;
 }
 
 } // namespace tavrel

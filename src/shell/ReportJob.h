@@ -37,7 +37,7 @@ struct AppContext;
 class ReportJob {
 public:
     // reportTime: the "Report Date"/"Report Time" of the job (now, unless a test fixes it).
-    ReportJob(const AppContext &context, const MenuSelection &selection, Prompter &prompter,
+    ReportJob(const AppContext &context, const ReportSelection &selection, Prompter &prompter,
               QDateTime reportTime = QDateTime::currentDateTime());
     ~ReportJob();
 
@@ -64,10 +64,10 @@ public:
     void reportDiagnostics() const;
 
     // The print selection of the job file (defaults written back), as the main window shows it.
-    static MenuSelection selectionFromJobFile(AppContext &context);
+    static ReportSelection selectionFromJobFile(AppContext &context);
     // A selection as read from a job or group file, with its paths resolved against the job
     // file's folder.
-    static MenuSelection menuSelection(const AppContext &context, const ReportSelection &selection);
+    static ReportSelection resolvedSelection(const AppContext &context, ReportSelection selection);
 
 private:
     std::optional<TemplateLayout> readTemplate(SectionKind kind, const QString &path);
@@ -75,7 +75,7 @@ private:
                      const ExportFragmentWriter *fragments);
 
     Prompter &m_prompter;
-    MenuSelection m_selection;
+    ReportSelection m_selection;
     // A body template that cannot be read ends the job before layout.
     std::optional<RuntimeError> m_templateError;
     ReportData m_data;
@@ -88,7 +88,7 @@ private:
 
 // A selection that prints only the section of a template's kind, as the designer's preview,
 // print and live preview do.
-MenuSelection sectionOnlySelection(TemplateKind kind, const QString &templatePath);
+ReportSelection sectionOnlySelection(TemplateKind kind, const QString &templatePath);
 
 // The orientation of a job from its templates (cover, body, summary; null where a section is
 // not printed or its template could not be read): the body template's when the body prints,

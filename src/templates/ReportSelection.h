@@ -19,7 +19,8 @@ struct ReportSelection {
     // "1" prints the section and "0" does not. Text read from a job file is kept as it stands,
     // because the check before a direct print run counts only "0" as off, while the main window
     // ticks only "1".
-    std::array<QString, Rows> printable;
+    std::array<QString, Rows> printable{QStringLiteral("0"), QStringLiteral("0"),
+                                        QStringLiteral("0")};
 
     static QString flag(bool on) { return on ? QStringLiteral("1") : QStringLiteral("0"); }
     bool isPrintable(std::size_t row) const { return printable[row] == QLatin1String("1"); }

@@ -29,13 +29,14 @@ struct Job {
         return Startup::loadJob(context, job, dir.path(), prompter, PrinterList{});
     }
 
-    MenuSelection selection(bool cover, bool body, bool summary) const {
+    ReportSelection selection(bool cover, bool body, bool summary) const {
         const QString templates = exporttest::templateFolder();
-        MenuSelection s;
+        ReportSelection s;
         s.templates = {templates + QStringLiteral("/Classic.cov"),
                        templates + QStringLiteral("/Classic Customer.cst"),
                        templates + QStringLiteral("/Classic Customer.sum")};
-        s.printable = {cover, body, summary};
+        s.printable = {ReportSelection::flag(cover), ReportSelection::flag(body),
+                       ReportSelection::flag(summary)};
         return s;
     }
 
@@ -199,7 +200,7 @@ void ReportExportTest::coverPictureTakesTheBandForm() {
         testsupport::readBytes(exporttest::templateFolder() + QStringLiteral("/Classic.cov"));
     QVERIFY(cover.contains("Box_1_LogoFile=\r\n"));
     cover.replace("Box_1_LogoFile=\r\n", "Box_1_LogoFile=" + logo.toUtf8() + "\r\n");
-    MenuSelection selection = job.selection(true, false, false);
+    ReportSelection selection = job.selection(true, false, false);
     selection.templates[0] = job.dir.filePath(QStringLiteral("Logo.cov"));
     testsupport::writeBytes(selection.templates[0], cover);
 
@@ -224,7 +225,7 @@ void ReportExportTest::templateLinesBecomeRules() {
     QFETCH(QString, golden);
     Job job;
     QVERIFY(job.load(3));
-    const MenuSelection selection = job.selection(row == 0, false, row == 2);
+    const ReportSelection selection = job.selection(row == 0, false, row == 2);
     const QString first = ReportExport::exportHtml(job.context, selection, job.prompter,
                                                    job.exportFolder(), job.options());
     const QByteArray page = testsupport::readBytes(first);
@@ -270,7 +271,7 @@ void ReportExportTest::rtfRowsTakeTheJobLengths() {
     body.replace("Box_8_Caption=Part Number\r\n", "Box_8_Caption=@\r\n");
     body.replace("Box_10_Caption=Mfg\r\n", "Box_10_Caption=Part Number\r\n");
     body.replace("Box_8_Caption=@\r\n", "Box_8_Caption=Mfg\r\n");
-    MenuSelection selection = job.selection(false, true, false);
+    ReportSelection selection = job.selection(false, true, false);
     selection.templates[1] = job.dir.filePath(QStringLiteral("Mfg First.cst"));
     testsupport::writeBytes(selection.templates[1], body);
 
@@ -296,7 +297,7 @@ void ReportExportTest::relativeFolderLinksFromThePage() {
                                              QStringLiteral("/Classic Customer.cst"));
     QVERIFY(body.contains("Box_13_Caption=EXT List$\r\n"));
     body.replace("Box_13_Caption=EXT List$\r\n", "Box_13_Caption=Complete\r\n");
-    MenuSelection selection = job.selection(false, true, false);
+    ReportSelection selection = job.selection(false, true, false);
     selection.templates[1] = job.dir.filePath(QStringLiteral("Icons.cst"));
     testsupport::writeBytes(selection.templates[1], body);
     const QString before = QDir::currentPath();
@@ -326,7 +327,7 @@ void ReportExportTest::relativeFolderLinksFromThePage() {
 void ReportExportTest::failedExportKeepsTheOldSet() {
     Job job;
     QVERIFY(job.load(40));
-    const MenuSelection selection = job.selection(true, true, true);
+    const ReportSelection selection = job.selection(true, true, true);
     ReportExport::exportHtml(job.context, selection, job.prompter, job.exportFolder(),
                              job.options());
     const QDir out(job.exportFolder());

@@ -79,7 +79,7 @@ void LayoutCancelTest::previewCancelStopsLayout() {
     BigJob big;
     QVERIFY(big.load());
     QCOMPARE(big.context.spec.itemCount(), BigItems);
-    const MenuSelection selection = ReportJob::selectionFromJobFile(big.context);
+    const ReportSelection selection = ReportJob::selectionFromJobFile(big.context);
 
     // Pressed through the real button once the first pages are on screen.
     QElapsedTimer sincePress;

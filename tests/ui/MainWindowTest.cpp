@@ -19,11 +19,11 @@ namespace {
 
 struct RecordingActions : ReportActions {
     QStringList calls;
-    void preview(const MenuSelection &, const QString &caption) override {
+    void preview(const ReportSelection &, const QString &caption) override {
         calls << "preview:" + caption;
     }
-    void print(const MenuSelection &) override { calls << "print"; }
-    void exportPdf(const MenuSelection &, const QString &path) override {
+    void print(const ReportSelection &) override { calls << "print"; }
+    void exportPdf(const ReportSelection &, const QString &path) override {
         calls << "pdf:" + QFileInfo(path).fileName();
     }
     void openDesigner(int row, const QString &path) override {

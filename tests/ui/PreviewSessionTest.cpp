@@ -37,7 +37,7 @@ void PreviewSessionTest::previewsDemoJob() {
     ScriptedPrompter prompter;
     AppContext context;
     QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
-    const MenuSelection selection = ReportJob::selectionFromJobFile(context);
+    const ReportSelection selection = ReportJob::selectionFromJobFile(context);
     frmPrintpreview *window =
         PreviewSession::start(context, prompter, selection, "Classic Customer.cst", nullptr);
     QVERIFY(window->isVisible());

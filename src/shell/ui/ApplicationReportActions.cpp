@@ -25,11 +25,11 @@ ApplicationReportActions::ApplicationReportActions(AppContext &context, Prompter
 
 ApplicationReportActions::~ApplicationReportActions() = default;
 
-void ApplicationReportActions::preview(const MenuSelection &selection, const QString &caption) {
+void ApplicationReportActions::preview(const ReportSelection &selection, const QString &caption) {
     PreviewSession::start(m_context, m_prompter, selection, caption, m_window);
 }
 
-void ApplicationReportActions::print(const MenuSelection &selection) {
+void ApplicationReportActions::print(const ReportSelection &selection) {
     try {
         ReportJob report(m_context, selection, m_prompter);
         PageEngine engine;
@@ -42,7 +42,7 @@ void ApplicationReportActions::print(const MenuSelection &selection) {
     }
 }
 
-void ApplicationReportActions::exportPdf(const MenuSelection &selection, const QString &pdfPath) {
+void ApplicationReportActions::exportPdf(const ReportSelection &selection, const QString &pdfPath) {
     const auto inUse = [&] {
         m_prompter.message(QStringLiteral("The file - \"") + pdfPath +
                                QStringLiteral("\" is in using. "),

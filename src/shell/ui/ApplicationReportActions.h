@@ -20,9 +20,9 @@ public:
 
     void setWindow(QWidget *window) { m_window = window; }
 
-    void preview(const MenuSelection &selection, const QString &caption) override;
-    void print(const MenuSelection &selection) override;
-    void exportPdf(const MenuSelection &selection, const QString &pdfPath) override;
+    void preview(const ReportSelection &selection, const QString &caption) override;
+    void print(const ReportSelection &selection) override;
+    void exportPdf(const ReportSelection &selection, const QString &pdfPath) override;
     void openDesigner(int row, const QString &templatePath) override;
     void printerProperties() override;
 

@@ -21,7 +21,7 @@
 namespace tavrel {
 
 PreviewSession::PreviewSession(AppContext &context, Prompter &prompter,
-                               const MenuSelection &selection)
+                               const ReportSelection &selection)
     : m_context(context)
     , m_prompter(prompter)
     , m_selection(selection)
@@ -30,7 +30,7 @@ PreviewSession::PreviewSession(AppContext &context, Prompter &prompter,
 PreviewSession::~PreviewSession() = default;
 
 frmPrintpreview *PreviewSession::start(AppContext &context, Prompter &prompter,
-                                       const MenuSelection &selection, const QString &caption,
+                                       const ReportSelection &selection, const QString &caption,
                                        QWidget *mainWindow) {
     auto *session = new PreviewSession(context, prompter, selection);
     auto *window =

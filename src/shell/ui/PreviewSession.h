@@ -31,7 +31,7 @@ public:
     // pages are still being laid out. Returns when layout has ended (the window keeps painting
     // and answering meanwhile); after Cancel the pages laid out so far stay in the preview.
     static frmPrintpreview *start(AppContext &context, Prompter &prompter,
-                                  const MenuSelection &selection, const QString &caption,
+                                  const ReportSelection &selection, const QString &caption,
                                   QWidget *mainWindow);
     ~PreviewSession() override;
 
@@ -42,13 +42,13 @@ public:
     void help() override;
 
 private:
-    PreviewSession(AppContext &context, Prompter &prompter, const MenuSelection &selection);
+    PreviewSession(AppContext &context, Prompter &prompter, const ReportSelection &selection);
     void layOut(frmPrintpreview *window, QWidget *mainWindow);
     ExportOptions exportOptions();
 
     AppContext &m_context;
     Prompter &m_prompter;
-    MenuSelection m_selection;
+    ReportSelection m_selection;
     std::unique_ptr<PageEngine> m_engine;
     std::unique_ptr<ReportJob> m_job;
     // Declared after the engine and the job it uses, so that it goes (cancelled and joined)

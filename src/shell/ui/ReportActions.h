@@ -13,9 +13,9 @@ public:
     virtual ~ReportActions() = default;
 
     // caption: the template (or group) name shown in the preview's title.
-    virtual void preview(const MenuSelection &selection, const QString &caption) = 0;
-    virtual void print(const MenuSelection &selection) = 0;
-    virtual void exportPdf(const MenuSelection &selection, const QString &pdfPath) = 0;
+    virtual void preview(const ReportSelection &selection, const QString &caption) = 0;
+    virtual void print(const ReportSelection &selection) = 0;
+    virtual void exportPdf(const ReportSelection &selection, const QString &pdfPath) = 0;
     // row: 0 cover, 1 custom, 2 summary; templatePath: the file to open, or "Untitled.cov" etc.
     virtual void openDesigner(int row, const QString &templatePath) = 0;
     // Printer properties of the job's printer.

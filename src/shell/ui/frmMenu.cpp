@@ -257,19 +257,11 @@ void frmMenu::selectTemplate(int row, const QString &path) {
     combo->setCurrentIndex(index);
 }
 
-ReportSelection frmMenu::reportSelection(const MenuSelection &menu) {
-    ReportSelection selection;
-    selection.templates = menu.templates;
-    for (std::size_t row = 0; row < ReportSelection::Rows; ++row)
-        selection.printable[row] = ReportSelection::flag(menu.printable[row]);
-    return selection;
-}
-
-MenuSelection frmMenu::selection() const {
-    MenuSelection s;
+ReportSelection frmMenu::selection() const {
+    ReportSelection s;
     for (std::size_t row = 0; row < 3; ++row) {
         s.templates[row] = m_templates[row]->currentData().toString();
-        s.printable[row] = m_printable[row]->isChecked();
+        s.printable[row] = ReportSelection::flag(m_printable[row]->isChecked());
     }
     return s;
 }
@@ -325,7 +317,7 @@ void frmMenu::loadGroup() {
 }
 
 void frmMenu::saveGroup() {
-    const MenuSelection s = selection();
+    const ReportSelection s = selection();
     if (s.templates[0].isEmpty() && s.templates[1].isEmpty() && s.templates[2].isEmpty()) {
         warn(GroupFile::nothingToGroupMessage());
         return;
@@ -335,7 +327,7 @@ void frmMenu::saveGroup() {
     if (!path)
         return;
     try {
-        GroupFile::write(*path, reportSelection(s));
+        GroupFile::write(*path, s);
         m_prompter.status(QStringLiteral("Saved ") + *path);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Save Group."), error);
@@ -343,7 +335,7 @@ void frmMenu::saveGroup() {
 }
 
 void frmMenu::saveAsDefault() {
-    const MenuSelection s = selection();
+    const ReportSelection s = selection();
     const QString refusal = MenuChecks::beforeSaveAsDefault(s);
     if (!refusal.isEmpty()) {
         warn(refusal);
@@ -363,7 +355,7 @@ void frmMenu::saveAsDefault() {
         templateRows[row] = true;
     }
     try {
-        m_context.job.writeSelection(reportSelection(s), templateRows);
+        m_context.job.writeSelection(s, templateRows);
         m_prompter.status(QStringLiteral("The template choice is saved as the default."));
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Save As Default."), error);
@@ -371,7 +363,7 @@ void frmMenu::saveAsDefault() {
 }
 
 void frmMenu::printPreview() {
-    const MenuSelection s = selection();
+    const ReportSelection s = selection();
     const QString refusal =
         MenuChecks::beforePreview(s, [](const QString &p) { return QFileInfo::exists(p); });
     if (!refusal.isEmpty()) {
@@ -384,7 +376,7 @@ void frmMenu::printPreview() {
     } else {
         QStringList names;
         for (std::size_t row = 0; row < 3; ++row) {
-            if (s.printable[row] && !s.templates[row].isEmpty())
+            if (s.isPrintable(row) && !s.templates[row].isEmpty())
                 names << QFileInfo(s.templates[row]).fileName();
         }
         caption = names.join(QStringLiteral(", "));
@@ -393,7 +385,7 @@ void frmMenu::printPreview() {
 }
 
 void frmMenu::printReport() {
-    const MenuSelection s = selection();
+    const ReportSelection s = selection();
     const QString refusal =
         MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
     if (!refusal.isEmpty()) {
@@ -415,7 +407,7 @@ void frmMenu::exportPdf() {
     const std::optional<QString> path = m_prompter.saveFile(request);
     if (!path)
         return;
-    const MenuSelection s = selection();
+    const ReportSelection s = selection();
     const QString refusal =
         MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
     if (!refusal.isEmpty()) {

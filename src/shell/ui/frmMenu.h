@@ -36,8 +36,7 @@ public:
     // "imgPagelayout(0)".."imgPagelayout(2)". Returns false for an unknown command.
     bool dispatch(const QString &command);
 
-    MenuSelection selection() const;
-    static ReportSelection reportSelection(const MenuSelection &menu);
+    ReportSelection selection() const;
     QComboBox *templateList(int row) const { return m_templates[std::size_t(row)]; }
     QCheckBox *printableBox(int row) const { return m_printable[std::size_t(row)]; }
     QToolButton *loadGroupButton() const { return m_loadGroup; }

@@ -1,16 +1,16 @@
 #pragma once
 
 #include "base/IniFile.h"
+#include "common/FileSizeLimit.h"
 #include "common/TestSupport.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 
-#include <csignal>
-#include <sys/resource.h>
-
 namespace exporttest {
+
+using testsupport::FileSizeLimit;
 
 // A value no specification should be able to turn into markup or RTF control words.
 inline const char HostileDescription[] =
@@ -69,29 +69,5 @@ inline QString writeJob(const QString &folder, int items, std::array<bool, 3> se
          {QStringLiteral("Summary Printable"), flag(sections[2])}});
     return job;
 }
-
-// While it lives, no file of this process may grow past bytes: a write beyond fails (EFBIG) as
-// on a full disk, for root as well, without taking the machine's disk. SIGXFSZ is ignored
-// meanwhile, so the write returns its error instead of ending the process.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit = m_before;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
-};
 
 } // namespace exporttest

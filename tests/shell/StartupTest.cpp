@@ -1,5 +1,6 @@
 #include "shell/Startup.h"
 #include "base/ScriptedPrompter.h"
+#include "common/FileSizeLimit.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 
@@ -17,6 +18,7 @@
 #include <csignal>
 
 using namespace tavrel;
+using testsupport::FileSizeLimit;
 
 namespace {
 
@@ -45,29 +47,6 @@ public:
 private:
     QTemporaryDir m_base;
     QString m_previous;
-};
-
-// A file-size limit for the life of the object, with SIGXFSZ ignored so that a write past it
-// fails like a full disk instead of ending the test run.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        getrlimit(RLIMIT_FSIZE, &m_saved);
-        m_previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limited = m_saved;
-        limited.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_saved);
-        std::signal(SIGXFSZ, m_previousHandler);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit m_saved{};
-    void (*m_previousHandler)(int) = nullptr;
 };
 
 QString startupReport(int number, const QString &description) {

@@ -2,6 +2,7 @@
 #include "base/IniFile.h"
 #include "base/RuntimeError.h"
 #include "base/ScriptedPrompter.h"
+#include "common/FileSizeLimit.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "shell/JobFile.h"
@@ -19,6 +20,7 @@
 #include <sys/resource.h>
 
 using namespace tavrel;
+using testsupport::FileSizeLimit;
 
 namespace {
 
@@ -75,29 +77,6 @@ Saver saver(const QString &kind) {
                                 {QStringLiteral("ExportHtml"), IniBoolText(generation % 2)}});
             }};
 }
-
-// A file-size limit for the life of the object, with SIGXFSZ ignored so that a write past it
-// fails with EFBIG instead of ending the test run.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        getrlimit(RLIMIT_FSIZE, &m_saved);
-        m_previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limited = m_saved;
-        limited.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &m_saved);
-        std::signal(SIGXFSZ, m_previousHandler);
-    }
-    FileSizeLimit(const FileSizeLimit &) = delete;
-    FileSizeLimit &operator=(const FileSizeLimit &) = delete;
-
-private:
-    rlimit m_saved{};
-    void (*m_previousHandler)(int) = nullptr;
-};
 
 } // namespace
 

@@ -88,6 +88,8 @@ private:
     std::optional<double> parsedNumber();
     double number() { return parsedNumber().value_or(0.0); }
     SifItem &item();
+    // The current record's HTML and RTF texts; throws like item() before the first record.
+    SifItemTexts &texts();
     void startItem(const ItemFieldRow &partNumber);
 };
 
@@ -174,6 +176,11 @@ SifItem &SifParser::item() {
     return *m_item;
 }
 
+SifItemTexts &SifParser::texts() {
+    item();
+    return *m_texts;
+}
+
 void SifParser::startItem(const ItemFieldRow &partNumber) {
     const int index = m_data.appendItem();
     m_item = &m_data.item(index);
@@ -249,15 +256,21 @@ void SifParser::applyItemTag(const ItemFieldRow &row) {
             current.*row.number = Totals::checked(current.marginAmount * 100);
         return;
     }
-    case SifFill::OptionList:
-        applyListLine(row, m_texts->optionHtml, m_texts->optionRtf, nullptr);
+    case SifFill::OptionList: {
+        SifItemTexts &current = texts();
+        applyListLine(row, current.optionHtml, current.optionRtf, nullptr);
         return;
-    case SifFill::NoteCodeList:
-        applyListLine(row, m_texts->noteCodeHtml, m_texts->noteCodeRtf, &notesCodeMarker);
+    }
+    case SifFill::NoteCodeList: {
+        SifItemTexts &current = texts();
+        applyListLine(row, current.noteCodeHtml, current.noteCodeRtf, &notesCodeMarker);
         return;
-    case SifFill::NoteTextList:
-        applyListLine(row, m_texts->noteTextHtml, m_texts->noteTextRtf, &notesTextMarker);
+    }
+    case SifFill::NoteTextList: {
+        SifItemTexts &current = texts();
+        applyListLine(row, current.noteTextHtml, current.noteTextRtf, &notesTextMarker);
         return;
+    }
     case SifFill::None:
         return;
     }

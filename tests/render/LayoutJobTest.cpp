@@ -91,7 +91,7 @@ void LayoutJobTest::publishesEveryPageWithItsFonts() {
     job.setTarget(&shown);
     job.setProgressCallback([&](int laidOut) {
         // Heard on the owner's thread, in order.
-        QCOMPARE(QThread::currentThread(), qApp->thread());
+        QCOMPARE(QThread::currentThread(), QCoreApplication::instance()->thread());
         progress << laidOut;
     });
     job.start();

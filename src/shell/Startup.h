@@ -18,12 +18,13 @@ QString procedureName();
 // side effects (no folders made, nothing written back). False when no SIF file is named.
 bool resolveDocumentPaths(const JobFile &job, JobPaths &paths);
 
-// Reads the job file into the context and resolves the paths from it, creating the PDF, HTML and RTF folders. Returns false
-// after showing "No Active Document Found." when the job names no SIF file, and after the error
-// report when a path cannot be resolved (a relative path while the job file's folder is not
-// known, a path beyond the system's length limit); the caller then shuts down, and no folder
-// has been made. An empty "Template Directory" becomes executableFolder + "/Print Templates"
-// and is written back to the job file; a failed write-back is reported and start-up goes on.
+// Reads the job file into the context and resolves the paths from it, creating the PDF, HTML and
+// RTF folders. Returns false after showing "No Active Document Found." when the job names no SIF
+// file, and after the error report when a path cannot be resolved (a relative path while the job
+// file's folder is not known, a path beyond the system's length limit); the caller then shuts down,
+// and no folder has been made. An empty "Template Directory" becomes executableFolder + "/Print
+// Templates" and is written back to the job file; a failed write-back is reported and start-up goes
+// on.
 bool resolvePaths(AppContext &context, const QString &jobFile, const QString &executableFolder,
                   Prompter &prompter);
 

@@ -1,7 +1,7 @@
 #include "shell/TemplatePreview.h"
 
-#include "base/RuntimeError.h"
 #include "base/RecordingPrompter.h"
+#include "base/RuntimeError.h"
 #include "render/CancelToken.h"
 #include "render/ImageOutput.h"
 #include "render/PageEngine.h"

@@ -1,6 +1,6 @@
 #include "shell/SettingsStore.h"
-#include "base/ScriptedPrompter.h"
 #include "base/IniFile.h"
+#include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "shell/AppContext.h"

@@ -1,10 +1,10 @@
 #include "shell/ui/OutputProgress.h"
 
+#include "print/PrinterOutput.h"
 #include "render/CancelToken.h"
 #include "render/LayoutJob.h"
 #include "render/OffThread.h"
 #include "render/PageEngine.h"
-#include "print/PrinterOutput.h"
 #include "shell/ReportJob.h"
 #include "shell/ui/frmMsgbox.h"
 

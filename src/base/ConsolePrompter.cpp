@@ -6,8 +6,7 @@ namespace tavrel {
 
 MessageAnswer ConsolePrompter::message(const QString &text, const QString &title, MessageIcon icon,
                                        MessageButtons buttons, MessageAnswer defaultAnswer) {
-    Q_UNUSED(icon);
-    ++m_messages;
+    RecordingPrompter::message(text, title, icon, buttons, defaultAnswer);
     QString shown = text;
     shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));

@@ -200,13 +200,6 @@ void frmPrintpreview::exportPdf() {
         setStatus(QString());
         return;
     }
-    if (result == PdfExportResult::InUse) {
-        setStatus(QString());
-        m_prompter.message(QStringLiteral("The file - \"") + *path +
-                               QStringLiteral("\" is in using. "),
-                           QString(), MessageIcon::Exclamation);
-        return;
-    }
     setStatus(QString());
     if (!m_prompter.openDocument(*path, QStringLiteral("PDF document"))) {
         m_prompter.message(QStringLiteral("To view PDF file, You need to install Acrobat "

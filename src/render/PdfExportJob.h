@@ -12,7 +12,6 @@ class PageEngine;
 enum class PdfExportResult {
     Written,   // the file at the path is the new PDF
     Cancelled, // stopped by the user: nothing new on disk, an existing file untouched
-    InUse,     // the existing file could not be replaced; it is untouched
 };
 
 // Writes the document to path by way of a temporary file in the same folder, which replaces the

@@ -63,9 +63,6 @@ void ApplicationReportActions::exportPdf(const ReportSelection &selection, const
             break;
         case PdfExportResult::Cancelled:
             return;
-        case PdfExportResult::InUse:
-            inUse();
-            return;
         }
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Create PDF."), error);

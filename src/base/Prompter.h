@@ -41,10 +41,17 @@ public:
                                   MessageAnswer defaultAnswer = MessageAnswer::Ok) = 0;
     virtual std::optional<QString> input(const QString &prompt, const QString &title,
                                          const QString &defaultText = {}) = 0;
+    // A text of several lines (a note); where no editor of its own exists, the one-line input.
+    virtual std::optional<QString> multiLineInput(const QString &prompt, const QString &title,
+                                                  const QString &defaultText = {}) {
+        return input(prompt, title, defaultText);
+    }
     virtual std::optional<QString> openFile(const FileDialogRequest &request) = 0;
     virtual std::optional<QString> saveFile(const FileDialogRequest &request) = 0;
     // Colours are engine colour numbers (red in the low byte).
     virtual std::optional<quint32> color(quint32 initial) = 0;
+    // The dialog starts at `initial`; an answer names the family as `initial` does unless the
+    // user picked another one.
     virtual std::optional<FontChoice> font(const FontChoice &initial) = 0;
     virtual std::optional<QString> folder(const QString &title, const QString &start) = 0;
     virtual void status(const QString &text) = 0;

@@ -57,6 +57,14 @@ std::optional<QString> ScriptedPrompter::input(const QString &prompt, const QStr
     return takeFront(m_inputs, std::optional<QString>());
 }
 
+std::optional<QString> ScriptedPrompter::multiLineInput(const QString &prompt, const QString &title,
+                                                        const QString &defaultText) {
+    Call call = makeCall("multiLineInput", prompt, title);
+    call.file.fileName = defaultText;
+    m_calls << call;
+    return takeFront(m_inputs, std::optional<QString>());
+}
+
 std::optional<QString> ScriptedPrompter::openFile(const FileDialogRequest &request) {
     Call call = makeCall("openFile", request.title, request.title);
     call.file = request;
@@ -72,12 +80,16 @@ std::optional<QString> ScriptedPrompter::saveFile(const FileDialogRequest &reque
 }
 
 std::optional<quint32> ScriptedPrompter::color(quint32 initial) {
-    m_calls << makeCall("color", QString::number(initial));
+    Call call = makeCall("color", QString::number(initial));
+    call.color = initial;
+    m_calls << call;
     return takeFront(m_colors, std::optional<quint32>());
 }
 
 std::optional<FontChoice> ScriptedPrompter::font(const FontChoice &initial) {
-    m_calls << makeCall("font", initial.name);
+    Call call = makeCall("font", initial.name);
+    call.font = initial;
+    m_calls << call;
     return takeFront(m_fonts, std::optional<FontChoice>());
 }
 

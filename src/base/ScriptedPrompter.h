@@ -14,14 +14,16 @@ namespace tavrel {
 class ScriptedPrompter : public Prompter {
 public:
     struct Call {
-        QString kind; // "message", "input", "openFile", "saveFile", "color", "font", "folder",
-                      // "status", "openDocument"
+        QString kind; // "message", "input", "multiLineInput", "openFile", "saveFile", "color",
+                      // "font", "folder", "status", "openDocument"
         QString text; // message text, prompt, dialog title, status text or path
         QString title;
         MessageIcon icon = MessageIcon::None;
         MessageButtons buttons = MessageButtons::Ok;
         MessageAnswer defaultAnswer = MessageAnswer::Ok;
         FileDialogRequest file;
+        FontChoice font;   // where a font dialog started
+        quint32 color = 0; // where a colour dialog started
     };
 
     void queueAnswer(MessageAnswer answer) { m_answers.push_back(answer); }
@@ -41,6 +43,9 @@ public:
                           MessageButtons buttons, MessageAnswer defaultAnswer) override;
     std::optional<QString> input(const QString &prompt, const QString &title,
                                  const QString &defaultText) override;
+    // Takes its answer from the input queue.
+    std::optional<QString> multiLineInput(const QString &prompt, const QString &title,
+                                          const QString &defaultText) override;
     std::optional<QString> openFile(const FileDialogRequest &request) override;
     std::optional<QString> saveFile(const FileDialogRequest &request) override;
     std::optional<quint32> color(quint32 initial) override;

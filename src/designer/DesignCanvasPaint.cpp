@@ -155,8 +155,10 @@ void DesignCanvas::paintBox(QPainter &painter, const BoxInfo &box, bool selected
         text = QStringLiteral("[Logo %1]").arg(m_document.layout().other.logoSize);
     else if (box.imgPlaced)
         text = QStringLiteral("[Image]");
-    painter.drawText(r.adjusted(2, 0, -2, 0),
-                     alignmentOf(box.textAlign) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    // A note wraps at the box's width as it prints, from the top, as far as the box shows it.
+    const int flow = box.notes ? int(Qt::AlignTop) | int(Qt::TextWordWrap)
+                               : int(Qt::AlignVCenter) | int(Qt::TextSingleLine);
+    painter.drawText(r.adjusted(2, 0, -2, 0), int(alignmentOf(box.textAlign)) | flow, text);
     const std::optional<PairWidthFields> pair = pairWidthFields(box.caption);
     const float code = pair ? m_document.layout().other.*pair->code : 0.0f;
     if (code > 0 && code < float(box.width)) {

@@ -5,6 +5,9 @@
 #include <QEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QWheelEvent>
+
+#include <cmath>
 
 namespace tavrel {
 
@@ -111,11 +114,87 @@ void RulerScrollArea::resizeEvent(QResizeEvent *event) {
 }
 
 bool RulerScrollArea::eventFilter(QObject *watched, QEvent *event) {
+    // Ctrl+wheel over the page zooms before the page or the view scroll with it.
+    if (watched == m_canvas && event->type() == QEvent::Wheel) {
+        auto *wheel = static_cast<QWheelEvent *>(event);
+        if (wheel->modifiers() & Qt::ControlModifier) {
+            zoomByWheel(wheel->angleDelta().y(), m_canvas->mapTo(viewport(), wheel->position()));
+            return true;
+        }
+    }
     if (watched == m_canvas && (event->type() == QEvent::Move || event->type() == QEvent::Resize)) {
         m_top->update();
         m_left->update();
     }
     return QScrollArea::eventFilter(watched, event);
+}
+
+void RulerScrollArea::wheelEvent(QWheelEvent *event) {
+    if (!(event->modifiers() & Qt::ControlModifier)) {
+        QScrollArea::wheelEvent(event);
+        return;
+    }
+    // The view hands its own wheel events on here, in its own coordinates.
+    zoomByWheel(event->angleDelta().y(), event->position());
+    event->accept();
+}
+
+void RulerScrollArea::zoomByWheel(int delta, QPointF viewportPoint) {
+    if (delta == 0)
+        return;
+    // One notch of a wheel (120) is a tenth more or less; touch pads send smaller deltas.
+    zoomAround(m_canvas->zoom() * std::pow(1.1, delta / 120.0), viewportPoint);
+}
+
+void RulerScrollArea::zoomAround(double zoom, QPointF viewportPoint) {
+    const QPointF canvasPoint = viewportPoint - QPointF(m_canvas->pos());
+    const QPointF page = m_canvas->toPage(canvasPoint);
+    m_canvas->setZoom(zoom);
+    // The canvas resizes at once, and the scroll bars follow its new size at once too.
+    const QPoint moved = m_canvas->toWidget(page);
+    horizontalScrollBar()->setValue(int(std::lround(moved.x() - viewportPoint.x())));
+    verticalScrollBar()->setValue(int(std::lround(moved.y() - viewportPoint.y())));
+    emit zoomChanged(m_canvas->zoom());
+}
+
+void RulerScrollArea::zoomKeepingCentre(double zoom) {
+    zoomAround(zoom, QRectF(viewport()->rect()).center());
+}
+
+double RulerScrollArea::fitWidthZoom() const {
+    const PageArea area = m_canvas->pageArea();
+    // The sheet is long at a width that fills the view, so the vertical bar will be there.
+    int width = viewport()->width();
+    if (!verticalScrollBar()->isVisible())
+        width -= verticalScrollBar()->sizeHint().width();
+    const double pixelsPerTwipAtOne = m_canvas->scale() / m_canvas->zoom();
+    return (width - 2 * DesignCanvas::PageOffset) / (area.pageWidth * pixelsPerTwipAtOne);
+}
+
+double RulerScrollArea::fitPageZoom() const {
+    const PageArea area = m_canvas->pageArea();
+    // The whole sheet fits, so neither bar will be there.
+    int width = viewport()->width();
+    int height = viewport()->height();
+    if (verticalScrollBar()->isVisible())
+        width += verticalScrollBar()->width();
+    if (horizontalScrollBar()->isVisible())
+        height += horizontalScrollBar()->height();
+    const double pixelsPerTwipAtOne = m_canvas->scale() / m_canvas->zoom();
+    return std::min((width - 2 * DesignCanvas::PageOffset) / (area.pageWidth * pixelsPerTwipAtOne),
+                    (height - 2 * DesignCanvas::PageOffset) /
+                        (area.pageHeight * pixelsPerTwipAtOne));
+}
+
+void RulerScrollArea::zoomToFitPage() {
+    zoomKeepingCentre(fitPageZoom());
+}
+
+void RulerScrollArea::zoomToFitWidth() {
+    zoomKeepingCentre(fitWidthZoom());
+    // Should the bars have come or gone otherwise than foreseen, once more with the real view.
+    if (std::abs(m_canvas->width() - viewport()->width()) > 1)
+        zoomKeepingCentre(fitWidthZoom());
 }
 
 void RulerScrollArea::placeRulers() {

@@ -20,12 +20,28 @@ public:
     QWidget *horizontalRuler() const { return m_top; }
     QWidget *verticalRuler() const { return m_left; }
 
+    // Zooms so that the page point under `viewportPoint` stays under it.
+    void zoomAround(double zoom, QPointF viewportPoint);
+    // Zooms keeping the page point at the middle of the view where it is.
+    void zoomKeepingCentre(double zoom);
+    // The zooms at which the whole sheet, or its width, fills the view.
+    double fitPageZoom() const;
+    double fitWidthZoom() const;
+    void zoomToFitPage();
+    void zoomToFitWidth();
+
+signals:
+    void zoomChanged(double zoom);
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    // Ctrl+wheel zooms around the mouse; the wheel alone scrolls.
+    void wheelEvent(QWheelEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void placeRulers();
+    void zoomByWheel(int delta, QPointF viewportPoint);
 
     DesignCanvas *m_canvas;
     QWidget *m_top;

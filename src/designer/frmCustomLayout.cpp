@@ -1,6 +1,7 @@
 #include "designer/frmCustomLayout.h"
 
 #include "base/Prompter.h"
+#include "base/ui/WindowPlacement.h"
 #include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
 #include "designer/DesignerTexts.h"
@@ -14,6 +15,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenu>
+#include <QScrollArea>
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolButton>
@@ -44,6 +46,15 @@ frmCustomLayout::frmCustomLayout(DesignerEnvironment environment, Prompter &prom
     const QSettings settings;
     restoreGeometry(settings.value(QStringLiteral("frmCustomLayout/geometry")).toByteArray());
     restoreState(settings.value(QStringLiteral("frmCustomLayout/state")).toByteArray());
+    // The size above, or one remembered on a larger screen or at a smaller scale, is cut to
+    // the screen the window opens on, so that the property panel stays reachable.
+    fitWindowToScreen(this);
+}
+
+void frmCustomLayout::showEvent(QShowEvent *event) {
+    QMainWindow::showEvent(event);
+    // Now the frame is known (and the window may have come up on another screen).
+    fitWindowToScreen(this);
 }
 
 frmCustomLayout::~frmCustomLayout() {
@@ -76,7 +87,14 @@ void frmCustomLayout::buildUi() {
     auto *propertyDock = new QDockWidget(QStringLiteral("Properties"), this);
     propertyDock->setObjectName(QStringLiteral("dockProperties"));
     propertyDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
-    propertyDock->setWidget(m_properties);
+    // On a small screen (or at a large scale) the panel scrolls rather than pushing the window
+    // past the screen.
+    auto *propertyScroll = new QScrollArea(propertyDock);
+    propertyScroll->setObjectName(QStringLiteral("scrollProperties"));
+    propertyScroll->setWidgetResizable(true);
+    propertyScroll->setFrameShape(QFrame::NoFrame);
+    propertyScroll->setWidget(m_properties);
+    propertyDock->setWidget(propertyScroll);
     addDockWidget(Qt::RightDockWidgetArea, propertyDock);
     m_livePreview = new LivePreviewPane(m_document, m_designerActions, this);
     m_previewDock = new QDockWidget(QStringLiteral("Live Preview"), this);

@@ -87,6 +87,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -121,6 +122,9 @@ private:
     void setFontFromTool();
     void setFontSizeFromTool();
     void toggleFontStyle(FontStyle style);
+    // The font tools of the tool bar follow the selection.
+    void updateFormatTools();
+    static bool isPictureBox(const BoxInfo &box);
     void selectAllBoxes();
     void alignText(qint32 align); // a TextAlign code
     void toggleDisplayLabel();

@@ -94,19 +94,38 @@ void frmCustomLayout::addEditCommands() {
 }
 
 void frmCustomLayout::addFormatCommands() {
+    // A style shows checked when every selected text box has it.
+    const auto allHave = [this](bool BoxInfo::*style) {
+        return [this, style] {
+            const TemplateLayout &layout = m_document.layout();
+            bool any = false;
+            for (int slot : m_document.selection().boxes) {
+                const BoxInfo &box = layout.box(slot);
+                if (isPictureBox(box))
+                    continue;
+                if (!(box.*style))
+                    return false;
+                any = true;
+            }
+            return any;
+        };
+    };
     m_commands.add(CommandTable::command(QStringLiteral("mnuFont"), QStringLiteral("&Font..."),
                                          [this] { chooseFont(); }));
     m_commands.add(CommandTable::command(QStringLiteral("mnuFontBold"), QStringLiteral("&Bold"),
                                          [this] { toggleFontStyle(FontStyle::Bold); },
                                          {QKeySequence::Bold})
+                       .checkedWhen(allHave(&BoxInfo::fontBold))
                        .withIconText(QStringLiteral("B")));
     m_commands.add(CommandTable::command(QStringLiteral("mnuFontItalic"), QStringLiteral("&Italic"),
                                          [this] { toggleFontStyle(FontStyle::Italic); },
                                          {QKeySequence::Italic})
+                       .checkedWhen(allHave(&BoxInfo::fontItalic))
                        .withIconText(QStringLiteral("I")));
     m_commands.add(CommandTable::command(
                        QStringLiteral("mnuFontUnderline"), QStringLiteral("&Underline"),
                        [this] { toggleFontStyle(FontStyle::Underline); }, {QKeySequence::Underline})
+                       .checkedWhen(allHave(&BoxInfo::fontUnderLine))
                        .withIconText(QStringLiteral("U")));
     m_commands.add(CommandTable::command(QStringLiteral("mnuForeColor"),
                                          QStringLiteral("&Text Colour..."),

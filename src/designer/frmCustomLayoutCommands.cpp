@@ -10,26 +10,31 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDockWidget>
+#include <QFileInfo>
 #include <QFontComboBox>
+#include <QRegularExpression>
+#include <QSignalBlocker>
 #include <QUndoStack>
 
 namespace tavrel {
 
-namespace {
-
-bool isPictureCaption(const QString &caption) {
-    return caption == QLatin1String("Image") || caption == QLatin1String("Complete");
+bool frmCustomLayout::isPictureBox(const BoxInfo &box) {
+    return box.caption == QLatin1String("Image") || box.caption == QLatin1String("Complete");
 }
-
-} // namespace
 
 void frmCustomLayout::setFontFromTool() {
     const QString name = m_fontName->currentFont().family();
+    if (name.isEmpty())
+        return;
     editSelectedBoxes(
         QStringLiteral("Font"), [&](BoxInfo &box) { box.fontName = name; }, true);
 }
 
 void frmCustomLayout::setFontSizeFromTool() {
+    bool number = false;
+    m_fontSize->currentText().toInt(&number);
+    if (!number)
+        return;
     const qint16 size = qint16(std::clamp(m_fontSize->currentText().toInt(), 1, 400));
     editSelectedBoxes(
         QStringLiteral("Font Size"), [&](BoxInfo &box) { box.fontSize = size; }, true);
@@ -39,27 +44,61 @@ void frmCustomLayout::toggleFontStyle(FontStyle style) {
     const QList<int> &picked = m_document.selection().boxes;
     if (picked.isEmpty())
         return;
-    // The reference box decides whether the attribute goes on or off for all.
-    const BoxInfo &reference = m_document.layout().box(picked.first());
+    // As the tool shows it: on for all unless every selected box has it already.
+    const auto toggle = [this](const QString &text, bool BoxInfo::*member) {
+        bool all = true;
+        for (int slot : m_document.selection().boxes) {
+            const BoxInfo &box = m_document.layout().box(slot);
+            if (!isPictureBox(box) && !(box.*member))
+                all = false;
+        }
+        editSelectedBoxes(
+            text, [&](BoxInfo &b) { b.*member = !all; }, true);
+    };
     switch (style) {
-    case FontStyle::Bold: {
-        const bool on = !reference.fontBold;
-        editSelectedBoxes(
-            QStringLiteral("Bold"), [&](BoxInfo &b) { b.fontBold = on; }, true);
+    case FontStyle::Bold:
+        toggle(QStringLiteral("Bold"), &BoxInfo::fontBold);
+        break;
+    case FontStyle::Italic:
+        toggle(QStringLiteral("Italic"), &BoxInfo::fontItalic);
+        break;
+    case FontStyle::Underline:
+        toggle(QStringLiteral("Underline"), &BoxInfo::fontUnderLine);
         break;
     }
-    case FontStyle::Italic: {
-        const bool on = !reference.fontItalic;
-        editSelectedBoxes(
-            QStringLiteral("Italic"), [&](BoxInfo &b) { b.fontItalic = on; }, true);
-        break;
+}
+
+void frmCustomLayout::updateFormatTools() {
+    if (!m_fontName || !m_fontSize)
+        return;
+    // The font tools show the selection's family and size, and stay empty when the selected
+    // boxes differ; with nothing selected they keep the last choice.
+    QStringList families;
+    QList<int> sizes;
+    for (int slot : m_document.selection().boxes) {
+        const BoxInfo &box = m_document.layout().box(slot);
+        if (isPictureBox(box))
+            continue;
+        if (!families.contains(box.fontName, Qt::CaseInsensitive))
+            families << box.fontName;
+        if (!sizes.contains(box.fontSize))
+            sizes << box.fontSize;
     }
-    case FontStyle::Underline: {
-        const bool on = !reference.fontUnderLine;
-        editSelectedBoxes(
-            QStringLiteral("Underline"), [&](BoxInfo &b) { b.fontUnderLine = on; }, true);
-        break;
+    const QSignalBlocker nameBlocker(m_fontName);
+    const QSignalBlocker sizeBlocker(m_fontSize);
+    if (families.size() == 1) {
+        m_fontName->setCurrentFont(QFont(families.first()));
+        // The box's own name, also where it is not installed here and prints in a substitute.
+        m_fontName->setEditText(families.first());
+    } else if (families.size() > 1) {
+        m_fontName->setCurrentIndex(-1);
+        m_fontName->setEditText(QString());
     }
+    if (sizes.size() == 1) {
+        m_fontSize->setCurrentText(QString::number(sizes.first()));
+    } else if (sizes.size() > 1) {
+        m_fontSize->setCurrentIndex(-1);
+        m_fontSize->setEditText(QString());
     }
 }
 
@@ -90,7 +129,7 @@ void frmCustomLayout::editSelectedBoxes(const QString &text,
     TemplateLayout layout = m_document.layout();
     for (int slot : m_document.selection().boxes) {
         BoxInfo &box = layout.box(slot);
-        if (skipPictures && isPictureCaption(box.caption))
+        if (skipPictures && isPictureBox(box))
             continue;
         edit(box);
     }
@@ -102,19 +141,33 @@ void frmCustomLayout::chooseFont() {
     if (picked.isEmpty())
         return;
     const BoxInfo &reference = m_document.layout().box(picked.first());
-    const std::optional<FontChoice> font =
-        m_prompter.font({reference.fontName, reference.fontSize, reference.fontBold,
-                         reference.fontItalic, reference.fontUnderLine});
+    const FontChoice initial{reference.fontName, reference.fontSize, reference.fontBold,
+                             reference.fontItalic, reference.fontUnderLine};
+    const std::optional<FontChoice> font = m_prompter.font(initial);
     if (!font)
+        return;
+    // Only what the user changed in the dialog goes onto the boxes: with several boxes
+    // selected, a new size keeps each box's own family and styles.
+    const bool name = font->name.compare(initial.name, Qt::CaseInsensitive) != 0;
+    const bool size = font->size != initial.size;
+    const bool bold = font->bold != initial.bold;
+    const bool italic = font->italic != initial.italic;
+    const bool underline = font->underline != initial.underline;
+    if (!name && !size && !bold && !italic && !underline)
         return;
     editSelectedBoxes(
         QStringLiteral("Font"),
         [&](BoxInfo &box) {
-            box.fontName = font->name;
-            box.fontSize = qint16(font->size);
-            box.fontBold = font->bold;
-            box.fontItalic = font->italic;
-            box.fontUnderLine = font->underline;
+            if (name)
+                box.fontName = font->name;
+            if (size)
+                box.fontSize = qint16(std::clamp(font->size, 1, 400));
+            if (bold)
+                box.fontBold = font->bold;
+            if (italic)
+                box.fontItalic = font->italic;
+            if (underline)
+                box.fontUnderLine = font->underline;
         },
         true);
 }
@@ -124,10 +177,12 @@ void frmCustomLayout::chooseColor(bool background) {
     if (picked.isEmpty())
         return;
     const BoxInfo &reference = m_document.layout().box(picked.first());
-    const std::optional<quint32> color = m_prompter.color(
+    const auto initial =
         quint32(background ? (reference.changeBackcolor ? reference.custBkColor : WhiteColor)
-                           : reference.foreColor));
-    if (!color)
+                           : reference.foreColor);
+    const std::optional<quint32> color = m_prompter.color(initial);
+    // OK on the colour the dialog started at changes nothing: the other boxes keep theirs.
+    if (!color || *color == initial)
         return;
     const auto value = qint32(*color);
     if (background) {
@@ -180,16 +235,25 @@ void frmCustomLayout::editNotes() {
     if (picked.isEmpty() || !m_document.layout().box(picked.first()).notes)
         return;
     const BoxInfo &box = m_document.layout().box(picked.first());
-    const std::optional<QString> text =
-        m_prompter.input(QStringLiteral("Enter the text of the note or label."),
-                         QStringLiteral("Edit Notes"), box.notesName);
-    if (!text || text->isEmpty())
+    const std::optional<QString> answer =
+        m_prompter.multiLineInput(QStringLiteral("Enter the text of the note or label.\n"
+                                                 "It wraps at the width of its box as it prints."),
+                                  QStringLiteral("Edit Notes"), box.notesName);
+    if (!answer)
+        return;
+    // A template keeps a note on one line of its file: line breaks become blanks and the report
+    // wraps the text at the box's width.
+    const QString text =
+        answer->split(QRegularExpression(QStringLiteral("\\s*[\\r\\n]+\\s*")), Qt::SkipEmptyParts)
+            .join(QLatin1Char(' '))
+            .trimmed();
+    if (text.isEmpty() || text == box.notesName)
         return;
     TemplateLayout layout = m_document.layout();
     BoxInfo &edited = layout.box(picked.first());
-    edited.caption = *text;
-    edited.notesName = *text;
-    edited.toolTipText = *text;
+    edited.caption = text;
+    edited.notesName = text;
+    edited.toolTipText = text;
     edited.editCaption = true;
     m_document.change(layout, QStringLiteral("Edit Note"));
 }
@@ -200,6 +264,18 @@ void frmCustomLayout::editLogo() {
     request.filter = QStringLiteral("Pictures (*.bmp;*.jpg;*.gif;*.png)|*.bmp;*.jpg;*.gif;*.png|"
                                     "All Files  (*.*)|*.*");
     request.folder = m_environment.templateFolder;
+    // The dialog opens where the current picture is.
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
+        const BoxInfo &box = m_document.layout().box(slot);
+        if (box.placed && box.logo && !box.logoFile.isEmpty()) {
+            const QFileInfo current(box.logoFile);
+            if (current.dir().exists()) {
+                request.folder = current.absolutePath();
+                request.fileName = current.fileName();
+            }
+            break;
+        }
+    }
     const std::optional<QString> path = m_prompter.openFile(request);
     if (!path)
         return;
@@ -270,6 +346,7 @@ bool frmCustomLayout::preferenceOn(DesignerSwitch which) const {
 
 void frmCustomLayout::updateChecks() {
     m_commands.refresh();
+    updateFormatTools();
     // A size of the user's own shows in its item.
     const OtherInfo &other = m_document.layout().other;
     const auto userText = [](const QString &size) {

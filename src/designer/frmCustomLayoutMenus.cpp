@@ -1,12 +1,16 @@
 #include "designer/frmCustomLayout.h"
 
 #include "designer/DesignCanvas.h"
+#include "designer/RulerScrollArea.h"
 
 #include <QComboBox>
 #include <QFontComboBox>
 #include <QMenuBar>
+#include <QSignalBlocker>
 #include <QToolBar>
 #include <QToolButton>
+
+#include <cmath>
 
 // The designer's menus, pop-up menus and tool bars, built from its command table by name.
 
@@ -95,7 +99,10 @@ void frmCustomLayout::buildMenus() {
         {QStringLiteral("mnuShowLabel"), QStringLiteral("mnuShowColor"),
          QStringLiteral("mnuSubTotalOptions")});
     m_commands.fill(addMenu(nullptr, QStringLiteral("&View"), QStringLiteral("mnuView")),
-                    {QStringLiteral("mnuViewLivePreview"), QStringLiteral("mnuRefreshPreview")});
+                    {QStringLiteral("mnuViewLivePreview"), QStringLiteral("mnuRefreshPreview"),
+                     QString(), QStringLiteral("mnuZoomIn"), QStringLiteral("mnuZoomOut"),
+                     QStringLiteral("mnuZoom100"), QStringLiteral("mnuZoomFitPage"),
+                     QStringLiteral("mnuZoomFitWidth")});
     m_commands.fill(menuBar()->addMenu(QStringLiteral("&Help")),
                     {QStringLiteral("mnuHelpTopic"), QStringLiteral("mnuAbout")});
 
@@ -168,12 +175,27 @@ void frmCustomLayout::buildToolBars() {
     arrange->addSeparator();
     auto *zoom = new QComboBox(arrange);
     zoom->setObjectName(QStringLiteral("cmbZoom"));
-    for (int percent : {50, 75, 100, 125, 150, 200})
+    zoom->setEditable(true);
+    zoom->setInsertPolicy(QComboBox::NoInsert);
+    for (int percent : {25, 50, 75, 100, 125, 150, 200, 400})
         zoom->addItem(QStringLiteral("%1%").arg(percent), percent);
-    zoom->setCurrentIndex(2);
-    connect(zoom, &QComboBox::activated, this,
-            [this, zoom] { m_canvas->setZoom(zoom->currentData().toInt() / 100.0); });
+    zoom->setCurrentIndex(zoom->findData(100));
+    // A percentage chosen or typed ("130", "130%").
+    connect(zoom, &QComboBox::textActivated, this, [this](const QString &text) {
+        bool number = false;
+        const double percent = QString(text).remove(QLatin1Char('%')).trimmed().toDouble(&number);
+        if (number && percent > 0)
+            m_scroll->zoomKeepingCentre(percent / 100.0);
+    });
+    connect(m_scroll, &RulerScrollArea::zoomChanged, zoom, [zoom](double value) {
+        const QSignalBlocker blocker(zoom);
+        const int percent = int(std::lround(value * 100));
+        const int index = zoom->findData(percent);
+        zoom->setCurrentIndex(index);
+        zoom->setEditText(QStringLiteral("%1%").arg(percent));
+    });
     arrange->addWidget(zoom);
+    m_commands.fill(arrange, {QStringLiteral("mnuZoomFitPage"), QStringLiteral("mnuZoomFitWidth")});
 }
 
 QMenu *frmCustomLayout::popupMenu(const QString &name) const {

@@ -1,7 +1,11 @@
 #include "designer/frmCustomLayout.h"
 
+#include "base/ui/UserGuide.h"
+
+#include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
 #include "designer/LivePreviewPane.h"
+#include "designer/RulerScrollArea.h"
 
 #include <QDockWidget>
 
@@ -110,9 +114,30 @@ void frmCustomLayout::addWindowCommands() {
         QStringLiteral("mnuRefreshPreview"), QStringLiteral("&Refresh Preview"),
         [this] { m_livePreview->refresh(); }, {QKeySequence(Qt::CTRL | Qt::Key_R)}));
 
+    // Zoom as PDF readers do it: Ctrl+0 the whole page, Ctrl+1 actual size, Ctrl+2 the width.
     m_commands.add(CommandTable::command(
-        QStringLiteral("mnuHelpTopic"), QStringLiteral("&Help Topics"),
-        [this] { m_designerActions.help(); }, {QKeySequence(QKeySequence::HelpContents)}));
+                       QStringLiteral("mnuZoomIn"), QStringLiteral("Zoom &In"),
+                       [this] { m_scroll->zoomKeepingCentre(m_canvas->zoom() * 1.25); },
+                       {QKeySequence(QKeySequence::ZoomIn), QKeySequence(Qt::CTRL | Qt::Key_Equal)})
+                       .withIconText(QStringLiteral("+")));
+    m_commands.add(
+        CommandTable::command(QStringLiteral("mnuZoomOut"), QStringLiteral("Zoom &Out"),
+                              [this] { m_scroll->zoomKeepingCentre(m_canvas->zoom() / 1.25); },
+                              {QKeySequence(QKeySequence::ZoomOut)})
+            .withIconText(QString(QChar(0x2212))));
+    m_commands.add(CommandTable::command(
+        QStringLiteral("mnuZoom100"), QStringLiteral("&Actual Size"),
+        [this] { m_scroll->zoomKeepingCentre(1.0); }, {QKeySequence(Qt::CTRL | Qt::Key_1)}));
+    m_commands.add(CommandTable::command(
+                       QStringLiteral("mnuZoomFitPage"), QStringLiteral("Zoom to Fit &Page"),
+                       [this] { m_scroll->zoomToFitPage(); }, {QKeySequence(Qt::CTRL | Qt::Key_0)})
+                       .withIconText(QStringLiteral("Fit Page")));
+    m_commands.add(CommandTable::command(
+                       QStringLiteral("mnuZoomFitWidth"), QStringLiteral("Zoom to Fit &Width"),
+                       [this] { m_scroll->zoomToFitWidth(); }, {QKeySequence(Qt::CTRL | Qt::Key_2)})
+                       .withIconText(QStringLiteral("Fit Width")));
+
+    m_commands.add(UserGuide::command([this] { m_designerActions.help(); }));
     m_commands.add(CommandTable::command(QStringLiteral("mnuAbout"), QStringLiteral("&About..."),
                                          [this] { m_designerActions.about(); }));
 

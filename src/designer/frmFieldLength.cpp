@@ -2,6 +2,7 @@
 
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
+#include "base/ui/UserGuide.h"
 #include "designer/FieldLengthCaptions.h"
 #include "shell/JobFile.h"
 
@@ -92,6 +93,11 @@ void frmFieldLength::buildUi() {
     command(ok, [this] { accept(); });
     command(cancel, [this] { reject(); });
     command(defaults, [this] { restoreDefaults(); });
+    QPushButton *help = buttons->addButton(QDialogButtonBox::Help);
+    help->setObjectName(QStringLiteral("cmdHelp"));
+    m_commands.add(UserGuide::command([this] { UserGuide::open(m_prompter); }));
+    connect(help, &QPushButton::clicked, this,
+            [this] { m_commands.trigger(QStringLiteral("mnuHelpTopic")); });
     layout->addWidget(buttons);
     resize(620, 560);
 }

@@ -1,5 +1,6 @@
 #include "preview/frmPrintpreview.h"
 
+#include "base/ui/UserGuide.h"
 #include "preview/PageView.h"
 #include "preview/PreviewActions.h"
 
@@ -145,9 +146,7 @@ void frmPrintpreview::buildCommands() {
     m_commands.add(
         CommandTable::withoutAction(QStringLiteral("mnuZoom%"), [this] { zoomToChosenPercent(); }));
 
-    m_commands.add(command(QStringLiteral("mnuHelpTopic"), QStringLiteral("&Help Topics"),
-                           QStringLiteral("F1"), QStringLiteral("Open the help"),
-                           [this] { m_actions.help(); }));
+    m_commands.add(UserGuide::command([this] { m_actions.help(); }));
     m_commands.add(command(QStringLiteral("mnuAbout"), QStringLiteral("&About Tavrel..."),
                            QString(), QStringLiteral("About Tavrel"),
                            [this] { m_actions.about(); }));

@@ -103,7 +103,9 @@ const QStringList designerCommands = {
     "mnuBorderColor", "mnuDeleteLine", "mnuClearAllLine",
     // Logo and image sizes
     "mnuLogo25", "mnuLogo50", "mnuLogo75", "mnuLogo100", "mnuImg25", "mnuImg50", "mnuImg75",
-    "mnuImg100", "mnuUserDefine", "mnuUserDefinedImg", "mnuImgSize", "mnuImageSize"};
+    "mnuImg100", "mnuUserDefine", "mnuUserDefinedImg", "mnuImgSize", "mnuImageSize",
+    // Zoom
+    "mnuZoomIn", "mnuZoomOut", "mnuZoom100", "mnuZoomFitPage", "mnuZoomFitWidth"};
 
 // Every command of the main window: its buttons, the designer's menu and the shortcuts.
 const QStringList mainWindowCommands = {
@@ -189,8 +191,10 @@ void WindowCommandsTest::fieldLengthButtonsAreEntries() {
     FieldLengths lengths = model.fieldLengths(FieldLengths::builtIn());
     ScriptedPrompter prompter;
     frmFieldLength editor(model, lengths, prompter);
-    QCOMPARE(editor.commands().names(), (QStringList{"cmdOK", "cmdCancel", "cmdDefault"}));
-    for (const QString &name : editor.commands().names())
+    QCOMPARE(editor.commands().names(),
+             (QStringList{"cmdOK", "cmdCancel", "cmdDefault", "mnuHelpTopic"}));
+    // The user guide is every window's F1 command; its button here is cmdHelp.
+    for (const char *name : {"cmdOK", "cmdCancel", "cmdDefault", "cmdHelp"})
         QVERIFY2(editor.findChild<QPushButton *>(name), qPrintable(name));
     QVERIFY(!editor.dispatch("cmdOk"));
     // The Default button reaches its command through the table.

@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QUrl>
@@ -95,8 +97,22 @@ std::optional<QString> QtPrompter::input(const QString &prompt, const QString &t
     return text;
 }
 
+std::optional<QString> QtPrompter::multiLineInput(const QString &prompt, const QString &title,
+                                                  const QString &defaultText) {
+    bool ok = false;
+    const QString text = QInputDialog::getMultiLineText(
+        parentWidget(), title.isEmpty() ? m_title : title, prompt, defaultText, &ok);
+    if (!ok)
+        return std::nullopt;
+    return text;
+}
+
 std::optional<QString> QtPrompter::openFile(const FileDialogRequest &request) {
-    const QString path = QFileDialog::getOpenFileName(parentWidget(), request.title, request.folder,
+    // A proposed file name preselects that file in the folder.
+    const QString start = request.fileName.isEmpty()
+                              ? request.folder
+                              : QDir(request.folder).filePath(request.fileName);
+    const QString path = QFileDialog::getOpenFileName(parentWidget(), request.title, start,
                                                       qtFileFilter(request.filter));
     if (path.isEmpty())
         return std::nullopt;
@@ -124,16 +140,25 @@ std::optional<quint32> QtPrompter::color(quint32 initial) {
 }
 
 std::optional<FontChoice> QtPrompter::font(const FontChoice &initial) {
-    QFont start(initial.name, initial.size);
+    // A template names fonts as the printer knows them ("Arial"); the dialog lists only the
+    // families installed here, so it is started at the family the name resolves to, or it would
+    // show its own default and hand that back on OK.
+    const QString shown = QFontInfo(QFont(initial.name)).family();
+    QFont start(shown, initial.size);
     start.setBold(initial.bold);
     start.setItalic(initial.italic);
     start.setUnderline(initial.underline);
-    bool ok = false;
-    const QFont chosen = QFontDialog::getFont(&ok, start, parentWidget());
-    if (!ok)
+    QFontDialog dialog(start, parentWidget());
+    dialog.setObjectName(QStringLiteral("dlgFont"));
+    dialog.setCurrentFont(start);
+    if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
-    return FontChoice{chosen.family(), chosen.pointSize(), chosen.bold(), chosen.italic(),
-                      chosen.underline()};
+    const QFont chosen = dialog.selectedFont();
+    // The family the name resolved to, kept, is the name the box already had.
+    const QString family =
+        chosen.family().compare(shown, Qt::CaseInsensitive) == 0 ? initial.name : chosen.family();
+    return FontChoice{family, chosen.pointSize() > 0 ? chosen.pointSize() : initial.size,
+                      chosen.bold(), chosen.italic(), chosen.underline()};
 }
 
 std::optional<QString> QtPrompter::folder(const QString &title, const QString &start) {

@@ -22,6 +22,8 @@ public:
                           MessageButtons buttons, MessageAnswer defaultAnswer) override;
     std::optional<QString> input(const QString &prompt, const QString &title,
                                  const QString &defaultText) override;
+    std::optional<QString> multiLineInput(const QString &prompt, const QString &title,
+                                          const QString &defaultText) override;
     std::optional<QString> openFile(const FileDialogRequest &request) override;
     std::optional<QString> saveFile(const FileDialogRequest &request) override;
     std::optional<quint32> color(quint32 initial) override;

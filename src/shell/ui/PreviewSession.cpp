@@ -2,6 +2,7 @@
 
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
+#include "base/ui/UserGuide.h"
 #include "preview/frmPrintpreview.h"
 #include "print/PrinterOutput.h"
 #include "render/LayoutJob.h"
@@ -161,21 +162,7 @@ void showAbout(Prompter &prompter) {
 }
 
 void openHelp(Prompter &prompter) {
-    // The installed user guide (<prefix>/share/doc/tavrel beside <prefix>/bin) first, then the
-    // guide a development build makes in <build>/doc, then the developers' README.
-    const QDir folder(QCoreApplication::applicationDirPath());
-    for (const QString &candidate :
-         {folder.filePath(QStringLiteral("../share/doc/tavrel/guide/index.html")),
-          folder.filePath(QStringLiteral("../doc/guide/index.html")),
-          folder.filePath(QStringLiteral("README.md")),
-          folder.filePath(QStringLiteral("../../../README.md"))}) {
-        if (QFileInfo::exists(candidate)) {
-            prompter.openDocument(QFileInfo(candidate).canonicalFilePath(), QStringLiteral("Help"));
-            return;
-        }
-    }
-    prompter.message(QStringLiteral("The help file could not be found."), QString(),
-                     MessageIcon::Information);
+    UserGuide::open(prompter);
 }
 
 } // namespace tavrel

@@ -3,6 +3,7 @@
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
 #include "base/RuntimeError.h"
+#include "base/ui/UserGuide.h"
 #include "shell/AppContext.h"
 #include "shell/JobPaths.h"
 #include "shell/ui/PreviewSession.h"
@@ -113,9 +114,7 @@ void frmMenu::buildCommands() {
         QStringLiteral("Printer settings"), [this] { m_actions.printerProperties(); });
     add(QStringLiteral("cmdCancel"), QStringLiteral("Close"), QStringLiteral("Close Tavrel"),
         [this] { close(); });
-    add(QStringLiteral("mnuHelpTopic"), QStringLiteral("&Help"),
-        QStringLiteral("Open the user guide (F1)"), [this] { openHelp(m_prompter); },
-        {QKeySequence(QKeySequence::HelpContents)});
+    m_commands.add(UserGuide::command([this] { openHelp(m_prompter); }));
     // One per template row: cover, body, summary.
     static const std::array<const char *, 3> designNames = {"Cover page...", "Custom page...",
                                                             "Summary page..."};

@@ -18,6 +18,7 @@
 #include <QScrollArea>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QUndoStack>
 
@@ -53,8 +54,26 @@ frmCustomLayout::frmCustomLayout(DesignerEnvironment environment, Prompter &prom
 
 void frmCustomLayout::showEvent(QShowEvent *event) {
     QMainWindow::showEvent(event);
-    // Now the frame is known (and the window may have come up on another screen).
+    // The window manager frames the window a moment after it is shown (and it may have come up
+    // on another screen): fit it once more when the frame is known.
     fitWindowToScreen(this);
+    keepRoomForThePage();
+    QTimer::singleShot(250, this, [this] {
+        fitWindowToScreen(this);
+        keepRoomForThePage();
+    });
+}
+
+void frmCustomLayout::keepRoomForThePage() {
+    // On a small screen, or at a large scale, the side panels give up width until the page
+    // has two fifths of the window.
+    const int total = width();
+    if (m_scroll->width() >= total * 2 / 5)
+        return;
+    auto *fields = findChild<QDockWidget *>(QStringLiteral("dockFields"));
+    auto *properties = findChild<QDockWidget *>(QStringLiteral("dockProperties"));
+    if (fields && properties)
+        resizeDocks({fields, properties}, {total / 5, total * 3 / 10}, Qt::Horizontal);
 }
 
 frmCustomLayout::~frmCustomLayout() {

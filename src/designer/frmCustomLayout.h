@@ -111,6 +111,7 @@ private:
     QMenu *addMenu(QMenu *parent, const QString &title, const QString &command);
 
     void updateCaption();
+    void keepRoomForThePage();
     void updateChecks();
     void updateWarning();
     void showStatus(const QString &text);

@@ -9,6 +9,7 @@
 #include <QFontInfo>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QUrl>
 
 #include <cstdio>
@@ -99,12 +100,17 @@ std::optional<QString> QtPrompter::input(const QString &prompt, const QString &t
 
 std::optional<QString> QtPrompter::multiLineInput(const QString &prompt, const QString &title,
                                                   const QString &defaultText) {
-    bool ok = false;
-    const QString text = QInputDialog::getMultiLineText(
-        parentWidget(), title.isEmpty() ? m_title : title, prompt, defaultText, &ok);
-    if (!ok)
+    QInputDialog dialog(parentWidget());
+    dialog.setWindowTitle(title.isEmpty() ? m_title : title);
+    dialog.setLabelText(prompt);
+    dialog.setOption(QInputDialog::UsePlainTextEditForTextInput);
+    dialog.setTextValue(defaultText);
+    // A long note is read and edited as the lines it wraps into.
+    if (auto *editor = dialog.findChild<QPlainTextEdit *>())
+        editor->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
-    return text;
+    return dialog.textValue();
 }
 
 std::optional<QString> QtPrompter::openFile(const FileDialogRequest &request) {

@@ -33,8 +33,9 @@ void fitWindowToScreen(QWidget *window) {
                    window->geometry().top() - window->frameGeometry().top(),
                    window->frameGeometry().right() - window->geometry().right(),
                    window->frameGeometry().bottom() - window->geometry().bottom());
-    if (frame.isNull() && !window->isVisible())
-        frame = QMargins(4, 30, 4, 4);
+    // Room for a typical frame (title bar on top) until the window manager has put its own.
+    if (frame.isNull())
+        frame = QMargins(8, 40, 8, 8);
     const QRect placed = fitIntoScreen(window->geometry(), frame, screen->availableGeometry());
     if (placed != window->geometry())
         window->setGeometry(placed);

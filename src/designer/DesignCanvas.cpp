@@ -48,7 +48,8 @@ void DesignCanvas::setMargins(qint32 left, qint32 top, qint32 right, qint32 bott
 }
 
 void DesignCanvas::setZoom(double zoom) {
-    m_zoom = std::clamp(zoom, 0.25, 4.0);
+    // Low enough for a whole sheet in a small window at a large display scale.
+    m_zoom = std::clamp(zoom, 0.1, 4.0);
     updateGeometry();
     resize(sizeHint());
     update();

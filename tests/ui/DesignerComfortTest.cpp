@@ -506,6 +506,11 @@ void DesignerComfortTest::windowFitsTheScreen() {
     QVERIFY(dock->width() > 100);
     // The page keeps a fair share of the width.
     QTRY_VERIFY(window->canvas()->parentWidget()->width() >= window->width() / 3);
+    // And the whole sheet can be seen in what is left for it.
+    QVERIFY(window->dispatch("mnuZoomFitPage"));
+    QApplication::processEvents();
+    QVERIFY(window->canvas()->height() <= window->canvas()->parentWidget()->height() + 1);
+    QVERIFY(window->canvas()->width() <= window->canvas()->parentWidget()->width() + 1);
 }
 
 // The guide is the installed copy, else the build's HTML, else the source tree's pages; never
@@ -586,6 +591,12 @@ void DesignerComfortTest::screenshots() {
     window->document().selectBoxes({8});
     QApplication::processEvents();
     QVERIFY(window->grab().save(folder + "/designer-" + scale + "x.png"));
+    QTest::qWait(400); // the second fit, once the window manager has framed the window
+    for (const QString command : {"mnuZoomFitPage", "mnuZoomFitWidth"}) {
+        QVERIFY(window->dispatch(command));
+        QApplication::processEvents();
+        QVERIFY(window->grab().save(folder + "/" + command + "-" + scale + "x.png"));
+    }
 
     // The real font dialog over the designer, started from the selected box; the whole screen
     // is taken (under Xvfb) while it is open.

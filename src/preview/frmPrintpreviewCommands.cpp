@@ -112,12 +112,14 @@ void frmPrintpreview::openFind() {
 }
 
 void frmPrintpreview::findText(const QString &text, bool matchCase) {
-    int from = std::max(1, m_view->currentPage());
-    // Find again on the page of the last match goes on with the pages after it.
+    const int from = std::max(1, m_view->currentPage());
+    // Find again while the last match is on screen goes on with the match after it, on the same
+    // page or a later one; from any other page the search starts at that page's first match.
+    int skip = 0;
     if (m_lastMatch && m_lastMatch->text == text && m_lastMatch->matchCase == matchCase &&
         m_lastMatch->page == from)
-        ++from;
-    const std::optional<TextMatch> match = m_engine.FindText(text, from, matchCase);
+        skip = m_lastMatch->indexOnPage + 1;
+    const std::optional<TextMatch> match = m_engine.FindText(text, from, matchCase, skip);
     if (!match) {
         m_lastMatch.reset();
         m_prompter.message(QStringLiteral("Cannot find the string '") + text +
@@ -125,7 +127,7 @@ void frmPrintpreview::findText(const QString &text, bool matchCase) {
                            QStringLiteral("Not Found"), MessageIcon::Information);
         return;
     }
-    m_lastMatch = LastMatch{text, matchCase, match->page};
+    m_lastMatch = LastMatch{text, matchCase, match->page, match->indexOnPage};
     m_view->showPage(match->page);
     m_view->setMark(match->page, match->rect);
     keepFindDialogOffMark();

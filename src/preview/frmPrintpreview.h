@@ -72,7 +72,7 @@ public:
     static QString readerHint();
 
     QString runMode() const { return m_runMode; }
-    bool viewOnly() const { return m_runMode == QLatin1String("3"); }
+    bool viewOnly() const;
     int currentPage() const;
     int pageCount() const;
     ZoomState zoom() const { return m_zoom; }

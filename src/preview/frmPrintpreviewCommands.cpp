@@ -2,6 +2,7 @@
 
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
+#include "base/ui/OutputNotice.h"
 #include "preview/PageView.h"
 #include "preview/PreviewActions.h"
 #include "preview/frmFind.h"
@@ -148,14 +149,21 @@ void frmPrintpreview::keepFindDialogOffMark() {
     m_find->move(m_find->x(), y);
 }
 
+bool frmPrintpreview::viewOnly() const {
+    return isViewOnlyRunMode(m_runMode);
+}
+
 bool frmPrintpreview::outputAllowed() {
     if (viewOnly()) {
-        setStatus(QStringLiteral("This preview is for viewing only: printing and export are "
-                                 "not available."));
+        setStatus(viewOnlyRefusalText());
         return false;
     }
     if (m_layoutRunning) {
         setStatus(QStringLiteral("Please wait until all pages are laid out."));
+        return false;
+    }
+    if (m_engine.pages().empty()) {
+        setStatus(QStringLiteral("There are no pages to print or export."));
         return false;
     }
     return true;
@@ -203,7 +211,8 @@ void frmPrintpreview::exportPdf() {
         return;
     }
     setStatus(QString());
-    if (!m_prompter.openDocument(*path, QStringLiteral("PDF document"))) {
+    if (openAndConfirmOutput(m_prompter, QStringLiteral("PDF file"), *path,
+                             QStringLiteral("PDF document")) == OpenOutcome::NoApplication) {
         m_prompter.message(QStringLiteral("To view PDF file, You need to install Acrobat "
                                           "Reader.\n") +
                                readerHint(),
@@ -266,7 +275,8 @@ void frmPrintpreview::exportRtf() {
     }
     resetDocument();
     if (!written.isEmpty())
-        m_prompter.openDocument(written, QStringLiteral("RTF document"));
+        openAndConfirmOutput(m_prompter, QStringLiteral("RTF document"), written,
+                             QStringLiteral("RTF document"));
 }
 
 } // namespace tavrel

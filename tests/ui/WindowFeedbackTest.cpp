@@ -1,6 +1,7 @@
 #include "base/IniFile.h"
 #include "base/ScriptedPrompter.h"
 #include "base/ui/OutputNotice.h"
+#include "base/ui/QtPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "designer/frmCustomLayout.h"
@@ -12,6 +13,7 @@
 #include "shell/SettingsStore.h"
 #include "shell/Startup.h"
 #include "shell/ui/ApplicationReportActions.h"
+#include "shell/ui/PreviewSession.h"
 #include "shell/ui/ReportActions.h"
 #include "shell/ui/frmMenu.h"
 
@@ -19,9 +21,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QMainWindow>
 #include <QPointer>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -107,6 +111,8 @@ private slots:
     void captionFollowsTheChoice();
     void runModeThreeIsViewOnlyInBothWindows();
     void designerSaveShowsInTheLists();
+    void exportsOfTheJobConfirm();
+    void statusGoesToTheWindowInFront();
 };
 
 void WindowFeedbackTest::confirmationText_data() {
@@ -288,6 +294,57 @@ void WindowFeedbackTest::designerSaveShowsInTheLists() {
     designer->close();
     QTRY_VERIFY(designer.isNull() || !designer->isVisible());
     delete designer;
+}
+
+// The main window's PDF and the preview's HTML, run on the demo job, confirm with the file
+// written, and say so when no application opened it.
+void WindowFeedbackTest::exportsOfTheJobConfirm() {
+    DemoJob demo;
+    demo.prompter.setOpenDocumentResult(false);
+    ApplicationReportActions actions(demo.context, demo.prompter);
+    frmMenu window(demo.context, demo.prompter, actions);
+    actions.setWindow(&window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    demo.prompter.clear();
+    const QString pdf = demo.dir.filePath("Report.pdf");
+    demo.prompter.queueFile(pdf);
+    QTest::mouseClick(button(window, "cmdPDF"), Qt::LeftButton);
+    QVERIFY(testsupport::readBytes(pdf).startsWith("%PDF"));
+    QCOMPARE(statusTexts(demo.prompter),
+             (QStringList{"Creating " + pdf,
+                          outputConfirmationText("PDF file", pdf, OpenOutcome::NoApplication)}));
+    QCOMPARE(demo.prompter.messages().size(), 1); // the classic reader message as well
+
+    demo.prompter.clear();
+    QTest::mouseClick(button(window, "cmdPrintPreview"), Qt::LeftButton);
+    frmPrintpreview *preview = nullptr;
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *found = qobject_cast<frmPrintpreview *>(widget); found && found->isVisible())
+            preview = found;
+    }
+    QVERIFY(preview);
+    demo.prompter.clear();
+    QVERIFY(preview->dispatch("mnuHTML"));
+    const QList<ScriptedPrompter::Call> opened = demo.prompter.calls("openDocument");
+    QCOMPARE(opened.size(), 1);
+    QVERIFY(opened[0].text.endsWith(".htm"));
+    QCOMPARE(statusTexts(demo.prompter),
+             QStringList{
+                 outputConfirmationText("HTML pages", opened[0].text, OpenOutcome::NoApplication)});
+    preview->close();
+}
+
+// The real prompter shows status texts in the status bar of the main window in front.
+void WindowFeedbackTest::statusGoesToTheWindowInFront() {
+    QMainWindow window;
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QtPrompter prompter("Tavrel");
+    confirmOutput(prompter, "Template group", "/tmp/My Group.grp");
+    QCOMPARE(window.statusBar()->currentMessage(),
+             QString("Template group saved: /tmp/My Group.grp"));
 }
 
 TAVREL_TEST(WindowFeedbackTest)

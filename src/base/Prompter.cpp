@@ -2,6 +2,10 @@
 
 namespace tavrel {
 
+std::optional<PrinterSetup> Prompter::printerSetup(const PrinterSetup &) {
+    return std::nullopt;
+}
+
 QString qtFileFilter(const QString &classicFilter) {
     const QStringList parts = classicFilter.split(QLatin1Char('|'));
     QStringList filters;

@@ -20,6 +20,19 @@ struct FontChoice {
     bool underline = false;
 };
 
+// The page orientation of the printed report: the templates' own, or one the user chose.
+enum class OrientationChoice { FromTemplates, Portrait, Landscape };
+
+// What the printer properties dialog shows and hands back. The sheet is always Letter: the
+// report is laid out for it, whatever paper the printer holds.
+struct PrinterSetup {
+    QStringList printers; // the installed printers, in the system's order (shown, not returned)
+    QString printer;      // the printer to print on
+    int copies = 1;
+    OrientationChoice orientation = OrientationChoice::FromTemplates;
+    friend bool operator==(const PrinterSetup &, const PrinterSetup &) = default;
+};
+
 // File dialog filters are given in the classic "Description|*.ext|Description|*.*" form.
 struct FileDialogRequest {
     QString title;
@@ -57,6 +70,9 @@ public:
     virtual void status(const QString &text) = 0;
     // Opens a file with the desktop's default application; false when nothing could open it.
     virtual bool openDocument(const QString &path, const QString &description) = 0;
+    // The printer properties dialog; nothing when cancelled. A prompter without one (the
+    // console) changes nothing.
+    virtual std::optional<PrinterSetup> printerSetup(const PrinterSetup &initial);
 };
 
 // Splits "A|*.a|B|*.*" into pairs and returns Qt's "A (*.a);;B (*.*)" form, keeping each

@@ -109,4 +109,10 @@ bool ScriptedPrompter::openDocument(const QString &path, const QString &descript
     return m_openResult;
 }
 
+std::optional<PrinterSetup> ScriptedPrompter::printerSetup(const PrinterSetup &initial) {
+    m_calls << makeCall("printerSetup", initial.printer);
+    m_printerSetupsShown << initial;
+    return takeFront(m_printerSetups, std::optional<PrinterSetup>());
+}
+
 } // namespace tavrel

@@ -15,7 +15,7 @@ class ScriptedPrompter : public Prompter {
 public:
     struct Call {
         QString kind; // "message", "input", "multiLineInput", "openFile", "saveFile", "color",
-                      // "font", "folder", "status", "openDocument"
+                      // "font", "folder", "status", "openDocument", "printerSetup"
         QString text; // message text, prompt, dialog title, status text or path
         QString title;
         MessageIcon icon = MessageIcon::None;
@@ -32,6 +32,11 @@ public:
     void queueColor(std::optional<quint32> color) { m_colors.push_back(color); }
     void queueFont(std::optional<FontChoice> font) { m_fonts.push_back(std::move(font)); }
     void setOpenDocumentResult(bool result) { m_openResult = result; }
+    void queuePrinterSetup(std::optional<PrinterSetup> setup) {
+        m_printerSetups.push_back(std::move(setup));
+    }
+    // What the printer properties dialog was opened with, in order.
+    const QList<PrinterSetup> &printerSetupsShown() const { return m_printerSetupsShown; }
 
     const QList<Call> &calls() const { return m_calls; }
     QList<Call> calls(const QString &kind) const;
@@ -53,6 +58,7 @@ public:
     std::optional<QString> folder(const QString &title, const QString &start) override;
     void status(const QString &text) override;
     bool openDocument(const QString &path, const QString &description) override;
+    std::optional<PrinterSetup> printerSetup(const PrinterSetup &initial) override;
 
 private:
     QList<Call> m_calls;
@@ -62,6 +68,8 @@ private:
     std::deque<std::optional<quint32>> m_colors;
     std::deque<std::optional<FontChoice>> m_fonts;
     bool m_openResult = true;
+    std::deque<std::optional<PrinterSetup>> m_printerSetups;
+    QList<PrinterSetup> m_printerSetupsShown;
 };
 
 } // namespace tavrel

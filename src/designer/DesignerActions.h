@@ -22,6 +22,9 @@ public:
     // The first pages of the template at templatePath laid out with the job's data, for the
     // live preview; nothing to show when no job is loaded.
     virtual TemplatePreview livePreview(TemplateKind, const QString &) { return {}; }
+    // The designer wrote the template at templatePath (Save or Save As), so that lists of
+    // templates elsewhere can show it.
+    virtual void templateSaved(const QString &templatePath) { Q_UNUSED(templatePath); }
 };
 
 // Does nothing; for tests and for a designer opened without the rest of the program.

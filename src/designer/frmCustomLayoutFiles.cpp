@@ -72,6 +72,7 @@ bool frmCustomLayout::writeTo(const QString &path) {
     m_document.markSaved(path);
     m_document.undoStack().setClean();
     updateCaption();
+    m_designerActions.templateSaved(path);
     return true;
 }
 

@@ -30,7 +30,7 @@ frmFind::frmFind(FindCallback find, QWidget *parent)
     m_find->setDefault(true);
     m_find->setEnabled(false);
     m_find->setToolTip(QStringLiteral("Find the text from the current page on; press again for "
-                                      "the next page that holds it"));
+                                      "the next match"));
     m_exit = new QPushButton(QStringLiteral("Close"), this);
     m_exit->setObjectName(QStringLiteral("cmdExit"));
 

@@ -58,8 +58,9 @@ public:
     // The job laid the document out anew (an export re-run): drop every rendered image.
     void resetDocument();
 
-    // Searches from the current page on (from the page after the last match when the same text
-    // is searched again from that page); shows and marks the match, or says "Not Found".
+    // Searches from the current page on (from the match after the last one when the same text
+    // is searched again while its page is shown); shows and marks the match, or says "Not
+    // Found" when no match is left.
     void findText(const QString &text, bool matchCase = false);
 
     // Where the PDF save dialog starts and the name it proposes.
@@ -71,7 +72,7 @@ public:
     static QString readerHint();
 
     QString runMode() const { return m_runMode; }
-    bool viewOnly() const { return m_runMode == QLatin1String("3"); }
+    bool viewOnly() const;
     int currentPage() const;
     int pageCount() const;
     ZoomState zoom() const { return m_zoom; }
@@ -168,6 +169,7 @@ private:
         QString text;
         bool matchCase = false;
         int page = 0;
+        int indexOnPage = 0;
     };
     std::optional<LastMatch> m_lastMatch;
 };

@@ -2,6 +2,7 @@
 
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
+#include "base/ui/OutputNotice.h"
 #include "preview/PageView.h"
 #include "preview/PreviewActions.h"
 #include "preview/frmFind.h"
@@ -112,12 +113,14 @@ void frmPrintpreview::openFind() {
 }
 
 void frmPrintpreview::findText(const QString &text, bool matchCase) {
-    int from = std::max(1, m_view->currentPage());
-    // Find again on the page of the last match goes on with the pages after it.
+    const int from = std::max(1, m_view->currentPage());
+    // Find again while the last match is on screen goes on with the match after it, on the same
+    // page or a later one; from any other page the search starts at that page's first match.
+    int skip = 0;
     if (m_lastMatch && m_lastMatch->text == text && m_lastMatch->matchCase == matchCase &&
         m_lastMatch->page == from)
-        ++from;
-    const std::optional<TextMatch> match = m_engine.FindText(text, from, matchCase);
+        skip = m_lastMatch->indexOnPage + 1;
+    const std::optional<TextMatch> match = m_engine.FindText(text, from, matchCase, skip);
     if (!match) {
         m_lastMatch.reset();
         m_prompter.message(QStringLiteral("Cannot find the string '") + text +
@@ -125,7 +128,7 @@ void frmPrintpreview::findText(const QString &text, bool matchCase) {
                            QStringLiteral("Not Found"), MessageIcon::Information);
         return;
     }
-    m_lastMatch = LastMatch{text, matchCase, match->page};
+    m_lastMatch = LastMatch{text, matchCase, match->page, match->indexOnPage};
     m_view->showPage(match->page);
     m_view->setMark(match->page, match->rect);
     keepFindDialogOffMark();
@@ -146,14 +149,21 @@ void frmPrintpreview::keepFindDialogOffMark() {
     m_find->move(m_find->x(), y);
 }
 
+bool frmPrintpreview::viewOnly() const {
+    return isViewOnlyRunMode(m_runMode);
+}
+
 bool frmPrintpreview::outputAllowed() {
     if (viewOnly()) {
-        setStatus(QStringLiteral("This preview is for viewing only: printing and export are "
-                                 "not available."));
+        setStatus(viewOnlyRefusalText());
         return false;
     }
     if (m_layoutRunning) {
         setStatus(QStringLiteral("Please wait until all pages are laid out."));
+        return false;
+    }
+    if (m_engine.pages().empty()) {
+        setStatus(QStringLiteral("There are no pages to print or export."));
         return false;
     }
     return true;
@@ -201,7 +211,8 @@ void frmPrintpreview::exportPdf() {
         return;
     }
     setStatus(QString());
-    if (!m_prompter.openDocument(*path, QStringLiteral("PDF document"))) {
+    if (openAndConfirmOutput(m_prompter, QStringLiteral("PDF file"), *path,
+                             QStringLiteral("PDF document")) == OpenOutcome::NoApplication) {
         m_prompter.message(QStringLiteral("To view PDF file, You need to install Acrobat "
                                           "Reader.\n") +
                                readerHint(),
@@ -264,7 +275,8 @@ void frmPrintpreview::exportRtf() {
     }
     resetDocument();
     if (!written.isEmpty())
-        m_prompter.openDocument(written, QStringLiteral("RTF document"));
+        openAndConfirmOutput(m_prompter, QStringLiteral("RTF document"), written,
+                             QStringLiteral("RTF document"));
 }
 
 } // namespace tavrel

@@ -17,10 +17,12 @@ namespace tavrel {
 
 struct PageBatch;
 
-// Where FindText found a text: the page and the rectangle (twips) around the match.
+// Where FindText found a text: the page, the rectangle (twips) around the match, and which
+// match of that page it is (0 for the first, in the order the page was drawn).
 struct TextMatch {
     int page = 0;
     QRectF rect;
+    int indexOnPage = 0;
 };
 
 // The page-drawing engine every report goes through. It keeps the members of the print engine
@@ -149,9 +151,11 @@ public:
     // The bottom bar set while page (1-based) was drawn or overlaid during an export; "" if none.
     QString pageNavBar(int page) const;
 
-    // Searches the pages from fromPage onwards for text (a line of a text item holding it).
-    std::optional<TextMatch> FindText(const QString &text, int fromPage,
-                                      bool caseSensitive = false) const;
+    // Searches the pages from fromPage onwards for text, every occurrence of every line in the
+    // order the page was drawn; the first skipOnFromPage matches of fromPage are passed over
+    // (Find again goes on after the match it showed).
+    std::optional<TextMatch> FindText(const QString &text, int fromPage, bool caseSensitive = false,
+                                      int skipOnFromPage = 0) const;
 
     // Notifications and tracing
     int addNewPageListener(NewPageListener listener);

@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 
 namespace tavrel {
 
@@ -21,6 +22,9 @@ struct AppContext {
     JobPaths paths;
     QString runMode;
     PrinterSettings printer;
+    // The orientation chosen in Printer Properties for the rest of the session: true landscape,
+    // false portrait; none: each job takes it from its templates.
+    std::optional<bool> landscapeOverride;
     UserPreferences preferences;
     Margins margins; // twips
     UsablePageArea pageArea;

@@ -177,6 +177,11 @@ void JobFile::writePrinterDeviceName(const QString &name) {
     writePrinterKeys({{JobFileKeys::printerDeviceName(), name}});
 }
 
+void JobFile::writePrinterChoice(const QString &deviceName, int copies) {
+    writePrinterKeys({{JobFileKeys::printerDeviceName(), deviceName},
+                      {JobFileKeys::printCopies(), QString::number(copies)}});
+}
+
 void JobFile::writeSelection(const ReportSelection &selection, const std::array<bool, 3> &rows) {
     QList<QPair<QString, QString>> keyValues;
     for (std::size_t row = 0; row < ReportSelection::Rows; ++row) {

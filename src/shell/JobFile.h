@@ -65,6 +65,8 @@ public:
 
     void writeTemplateDirectory(const QString &folder);
     void writePrinterDeviceName(const QString &name);
+    // The printer and the number of copies chosen in Printer Properties, in one write.
+    void writePrinterChoice(const QString &deviceName, int copies);
     // The template paths of `rows` (the others are left as stored) and all three flags.
     void writeSelection(const ReportSelection &selection, const std::array<bool, 3> &rows);
     // "length,label" under every field code.

@@ -28,6 +28,9 @@ inline QString function() {
 inline QString printerDeviceName() {
     return QStringLiteral("PrinterDeviceName");
 }
+inline QString printCopies() {
+    return QStringLiteral("PrintCopies");
+}
 inline QString pageLayout() {
     return QStringLiteral("PageLayout");
 }

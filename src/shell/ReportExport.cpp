@@ -107,7 +107,9 @@ QString exportHtml(const AppContext &context, const ReportSelection &selection, 
             description = QStringLiteral("preview paghe layout html");
         else
             description = QStringLiteral("preveiw page layout html");
-        prompter.openDocument(first, description);
+        const bool opened = prompter.openDocument(first, description);
+        if (options.openResult)
+            options.openResult(opened);
     }
     return first;
 }
@@ -122,8 +124,11 @@ QString exportRtf(const AppContext &context, const ReportSelection &selection, P
                   prompter, directory, false, options);
     if (run.path.isEmpty())
         return {};
-    if (options.openWhenDone)
-        prompter.openDocument(run.path, QStringLiteral("Cst.rtf page"));
+    if (options.openWhenDone) {
+        const bool opened = prompter.openDocument(run.path, QStringLiteral("Cst.rtf page"));
+        if (options.openResult)
+            options.openResult(opened);
+    }
     return run.path;
 }
 

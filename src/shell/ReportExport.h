@@ -18,6 +18,8 @@ struct AppContext;
 struct ExportOptions {
     // Hand the finished file to the desktop (Prompter::openDocument).
     bool openWhenDone = true;
+    // Hears whether the desktop could open the finished file (when openWhenDone).
+    std::function<void(bool opened)> openResult;
     // The "Report Date"/"Report Time" of the run; invalid means now.
     QDateTime reportTime;
     // Lays the export job out in place of report.run (a window runs it off its thread with

@@ -90,8 +90,8 @@ ReportJob::ReportJob(const AppContext &context, const ReportSelection &selection
         body = readTemplate(SectionKind::Body, selection.templates[1]);
     if (m_job.summaryPrintable)
         summary = readTemplate(SectionKind::Summary, selection.templates[2]);
-    m_job.landscape = jobIsLandscape(
-        {cover ? &*cover : nullptr, body ? &*body : nullptr, summary ? &*summary : nullptr});
+    m_job.landscape = context.landscapeOverride.value_or(jobIsLandscape(
+        {cover ? &*cover : nullptr, body ? &*body : nullptr, summary ? &*summary : nullptr}));
     if (m_job.coverPrintable)
         m_cover = makeSectionRenderer(SectionKind::Cover, std::move(cover), m_data);
     if (m_job.bodyPrintable)

@@ -86,7 +86,7 @@ PrinterSettings readPrinterSettings(const IniFile &ini, const PrinterList &print
     s.activeDocument = ini.value(section, JobFileKeys::activeDocument());
     s.templateDirectory = ini.value(section, JobFileKeys::templateDirectory());
     s.function = ini.value(section, JobFileKeys::function());
-    readInteger(ini, section, QStringLiteral("PrintCopies"), s.printCopies, 1, int16);
+    readInteger(ini, section, JobFileKeys::printCopies(), s.printCopies, 1, int16);
 
     const QString fontName = text("FontName");
     s.fontName = fontName.isEmpty() ? QStringLiteral("Arial") : fontName.toUpper();

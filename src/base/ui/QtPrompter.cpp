@@ -1,5 +1,7 @@
 #include "base/ui/QtPrompter.h"
 
+#include "base/ui/PrinterPropertiesDialog.h"
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QDesktopServices>
@@ -8,8 +10,10 @@
 #include <QFontDialog>
 #include <QFontInfo>
 #include <QInputDialog>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 #include <QUrl>
 
 #include <cstdio>
@@ -175,15 +179,32 @@ std::optional<QString> QtPrompter::folder(const QString &title, const QString &s
 }
 
 void QtPrompter::status(const QString &text) {
-    if (m_statusSink)
+    if (m_statusSink) {
         m_statusSink(text);
-    else if (!text.isEmpty())
+        return;
+    }
+    // The window in front, or the main window a dialog of it belongs to.
+    for (QWidget *window = parentWidget(); window; window = window->parentWidget()) {
+        if (auto *main = qobject_cast<QMainWindow *>(window->window())) {
+            main->statusBar()->showMessage(text);
+            return;
+        }
+        window = window->window();
+    }
+    if (!text.isEmpty())
         std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
 bool QtPrompter::openDocument(const QString &path, const QString &description) {
     Q_UNUSED(description);
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+std::optional<PrinterSetup> QtPrompter::printerSetup(const PrinterSetup &initial) {
+    PrinterPropertiesDialog dialog(initial, parentWidget());
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.setup();
 }
 
 } // namespace tavrel

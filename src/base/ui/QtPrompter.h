@@ -13,7 +13,8 @@ class QtPrompter : public Prompter {
 public:
     explicit QtPrompter(QString applicationTitle);
 
-    // Where status texts go (the status bar of the window in front); none: standard error.
+    // Where status texts go; none: the status bar of the main window in front, or standard
+    // error when no such window is active.
     void setStatusSink(std::function<void(const QString &)> sink) {
         m_statusSink = std::move(sink);
     }
@@ -31,6 +32,7 @@ public:
     std::optional<QString> folder(const QString &title, const QString &start) override;
     void status(const QString &text) override;
     bool openDocument(const QString &path, const QString &description) override;
+    std::optional<PrinterSetup> printerSetup(const PrinterSetup &initial) override;
 
 private:
     QWidget *parentWidget() const;

@@ -25,11 +25,15 @@ public:
     void exportPdf(const ReportSelection &selection, const QString &pdfPath) override;
     void openDesigner(int row, const QString &templatePath) override;
     void printerProperties() override;
+    void setTemplateSavedHandler(std::function<void(const QString &path)> handler) override {
+        m_templateSaved = std::move(handler);
+    }
 
 private:
     AppContext &m_context;
     Prompter &m_prompter;
     QWidget *m_window = nullptr;
+    std::function<void(const QString &path)> m_templateSaved;
 };
 
 } // namespace tavrel

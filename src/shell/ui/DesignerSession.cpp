@@ -7,6 +7,7 @@
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
 #include "shell/ui/PreviewSession.h"
+#include "shell/ui/PrinterProperties.h"
 
 #include <QFileInfo>
 
@@ -40,6 +41,11 @@ frmCustomLayout *DesignerSession::open(AppContext &context, Prompter &prompter,
     return window;
 }
 
+DesignerSession *DesignerSession::of(frmCustomLayout *window) {
+    return window ? window->findChild<DesignerSession *>(QString(), Qt::FindDirectChildrenOnly)
+                  : nullptr;
+}
+
 void DesignerSession::preview(TemplateKind kind, const QString &templatePath) {
     PreviewSession::start(m_context, m_prompter, sectionOnlySelection(kind, templatePath),
                           QFileInfo(templatePath).fileName(), m_window);
@@ -51,6 +57,7 @@ void DesignerSession::print(TemplateKind kind, const QString &templatePath) {
         PageEngine engine;
         report.run(engine);
         printDocumentOn(engine, m_context.printer.printerDeviceName, m_context.printer.printCopies);
+        m_prompter.status(printedText(int(engine.pages().size()), m_context));
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Print Document."), error);
     }
@@ -58,6 +65,10 @@ void DesignerSession::print(TemplateKind kind, const QString &templatePath) {
 
 TemplatePreview DesignerSession::livePreview(TemplateKind kind, const QString &templatePath) {
     return previewTemplate(m_context, kind, templatePath);
+}
+
+void DesignerSession::templateSaved(const QString &templatePath) {
+    emit saved(templatePath);
 }
 
 void DesignerSession::about() {

@@ -24,12 +24,19 @@ public:
     // The window deletes itself, and the session with it, when closed.
     static frmCustomLayout *open(AppContext &context, Prompter &prompter,
                                  const QString &templatePath);
+    // The session of a window open() made.
+    static DesignerSession *of(frmCustomLayout *window);
 
     void preview(TemplateKind kind, const QString &templatePath) override;
     void print(TemplateKind kind, const QString &templatePath) override;
     TemplatePreview livePreview(TemplateKind kind, const QString &templatePath) override;
     void about() override;
     void help() override;
+    void templateSaved(const QString &templatePath) override;
+
+signals:
+    // The designer wrote a template file.
+    void saved(const QString &templatePath);
 
 private:
     DesignerSession(AppContext &context, Prompter &prompter);

@@ -3,6 +3,7 @@
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
 #include "base/ui/UserGuide.h"
+#include "base/ui/OutputNotice.h"
 #include "preview/frmPrintpreview.h"
 #include "print/PrinterOutput.h"
 #include "render/LayoutJob.h"
@@ -11,6 +12,7 @@
 #include "shell/ReportExport.h"
 #include "shell/ReportJob.h"
 #include "shell/ui/OutputProgress.h"
+#include "shell/ui/PrinterProperties.h"
 #include "shell/ui/frmMsgbox.h"
 
 #include <QApplication>
@@ -109,8 +111,11 @@ void PreviewSession::layOut(frmPrintpreview *window, QWidget *mainWindow) {
 
 void PreviewSession::print() {
     try {
-        printWithProgress(*m_engine, m_context.printer.printerDeviceName,
-                          m_context.printer.printCopies, qobject_cast<QWidget *>(parent()));
+        if (printWithProgress(*m_engine, m_context.printer.printerDeviceName,
+                              m_context.printer.printCopies, qobject_cast<QWidget *>(parent())))
+            m_prompter.status(printedText(int(m_engine->pages().size()), m_context));
+        else
+            m_prompter.status(QStringLiteral("Printing cancelled."));
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Print Document."), error);
     }
@@ -128,7 +133,16 @@ ExportOptions PreviewSession::exportOptions() {
 
 void PreviewSession::rerunHtml() {
     try {
-        ReportExport::exportHtml(m_context, m_selection, m_prompter, QString(), exportOptions());
+        ExportOptions options = exportOptions();
+        std::optional<bool> opened;
+        options.openResult = [&opened](bool result) { opened = result; };
+        const QString first =
+            ReportExport::exportHtml(m_context, m_selection, m_prompter, QString(), options);
+        if (!first.isEmpty())
+            confirmOutput(m_prompter, QStringLiteral("HTML pages"), first,
+                          !opened   ? OpenOutcome::NotAsked
+                          : *opened ? OpenOutcome::Opened
+                                    : OpenOutcome::NoApplication);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("HTML Export."), error);
     }

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace tavrel {
 
 // What the main window asks of the report side once its own checks passed. The window only
@@ -20,6 +22,11 @@ public:
     virtual void openDesigner(int row, const QString &templatePath) = 0;
     // Printer properties of the job's printer.
     virtual void printerProperties() = 0;
+    // Called with each template the designer opened from here saves, so that the window's
+    // template lists show it at once.
+    virtual void setTemplateSavedHandler(std::function<void(const QString &path)> handler) {
+        Q_UNUSED(handler);
+    }
 };
 
 } // namespace tavrel

@@ -4,6 +4,7 @@
 #include "base/Prompter.h"
 #include "base/RuntimeError.h"
 #include "base/ui/UserGuide.h"
+#include "base/ui/OutputNotice.h"
 #include "shell/AppContext.h"
 #include "shell/JobPaths.h"
 #include "shell/ui/PreviewSession.h"
@@ -26,9 +27,12 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QSettings>
+#include <QSignalBlocker>
 #include <QStatusBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <memory>
 
 namespace tavrel {
 
@@ -77,6 +81,8 @@ frmMenu::frmMenu(AppContext &context, Prompter &prompter, ReportActions &actions
     setObjectName(QStringLiteral("frmMenu"));
     buildUi();
     fillTemplateLists();
+    // A template saved in the designer shows in the lists at once, the choice kept.
+    m_actions.setTemplateSavedHandler([this](const QString &) { refreshTemplateLists(); });
 
     const ReportSelection stored = m_context.job.reportSelection(m_templateDirectory);
     for (std::size_t row = 0; row < ReportSelection::Rows; ++row) {
@@ -99,11 +105,20 @@ void frmMenu::buildCommands() {
     add(QStringLiteral("cmdPrintPreview"), QStringLiteral("Print Pre&view"),
         QStringLiteral("Lay out the report and show it (Ctrl+Shift+P)"), [this] { printPreview(); },
         {QKeySequence(QStringLiteral("Ctrl+Shift+P"))});
-    add(QStringLiteral("cmdPrint"), QStringLiteral("&Print"),
-        QStringLiteral("Print the report on the job's printer (Ctrl+P)"), [this] { printReport(); },
-        {QKeySequence(QStringLiteral("Ctrl+P"))});
-    add(QStringLiteral("cmdPDF"), QStringLiteral("P&DF..."),
-        QStringLiteral("Save the report as a PDF file"), [this] { exportPdf(); });
+    // Run mode "3" views the report only, here as in the preview: the outputs are greyed.
+    const auto output = [this](const QString &tip) {
+        return viewOnly() ? QStringLiteral("Not available: this report is for viewing only") : tip;
+    };
+    m_commands.add(
+        CommandTable::command(QStringLiteral("cmdPrint"), QStringLiteral("&Print"),
+                              [this] { printReport(); }, {QKeySequence(QStringLiteral("Ctrl+P"))})
+            .withToolTip(output(QStringLiteral(
+                "Print the report on the printer chosen in Printer Properties (Ctrl+P)")))
+            .enabledWhen([this] { return !viewOnly(); }));
+    m_commands.add(CommandTable::command(QStringLiteral("cmdPDF"), QStringLiteral("P&DF..."),
+                                         [this] { exportPdf(); })
+                       .withToolTip(output(QStringLiteral("Save the report as a PDF file")))
+                       .enabledWhen([this] { return !viewOnly(); }));
     add(QStringLiteral("cmdLoadGroup"), QStringLiteral("&Load Group..."),
         QStringLiteral("Load the three templates of a group file"), [this] { loadGroup(); });
     add(QStringLiteral("cmdSaveGroup"), QStringLiteral("Save &Group..."),
@@ -111,7 +126,8 @@ void frmMenu::buildCommands() {
     add(QStringLiteral("cmdSaveAsDefault"), QStringLiteral("Save as De&fault"),
         QStringLiteral("Keep this choice for the next report"), [this] { saveAsDefault(); });
     add(QStringLiteral("cmdProperties"), QStringLiteral("Printer P&roperties..."),
-        QStringLiteral("Printer settings"), [this] { m_actions.printerProperties(); });
+        QStringLiteral("Choose the printer, the number of copies and the orientation"),
+        [this] { m_actions.printerProperties(); });
     add(QStringLiteral("cmdCancel"), QStringLiteral("Close"), QStringLiteral("Close Tavrel"),
         [this] { close(); });
     m_commands.add(UserGuide::command([this] { openHelp(m_prompter); }));
@@ -125,6 +141,7 @@ void frmMenu::buildCommands() {
             QString::fromLatin1(designNames[std::size_t(row)]), QString(),
             [this, row] { openDesigner(row); });
     }
+    m_commands.refresh();
 }
 
 void frmMenu::buildUi() {
@@ -195,6 +212,7 @@ void frmMenu::buildUi() {
         auto *button = new QPushButton(command ? command->text() : name, central);
         button->setObjectName(name);
         button->setToolTip(command ? command->toolTip() : QString());
+        button->setEnabled(!command || command->isEnabled());
         connect(button, &QPushButton::clicked, this, [this, name] { m_commands.trigger(name); });
         buttons->addWidget(button);
         return button;
@@ -239,6 +257,20 @@ void frmMenu::fillTemplateLists() {
         for (const QString &name : names)
             combo->addItem(name.left(name.size() - 4), folder.filePath(name));
     }
+}
+
+void frmMenu::refreshTemplateLists() {
+    const ReportSelection before = selection();
+    {
+        std::array<std::unique_ptr<QSignalBlocker>, 3> quiet;
+        for (std::size_t row = 0; row < 3; ++row)
+            quiet[row] = std::make_unique<QSignalBlocker>(m_templates[row]);
+        fillTemplateLists();
+        for (std::size_t row = 0; row < 3; ++row)
+            selectTemplate(int(row), before.templates[row]);
+    }
+    for (std::size_t row = 0; row < 3; ++row)
+        m_templates[row]->setToolTip(m_templates[row]->currentData().toString());
 }
 
 void frmMenu::selectTemplate(int row, const QString &path) {
@@ -309,6 +341,7 @@ void frmMenu::loadGroup() {
             selectTemplate(int(row), PrintSelection::localPath(group.templates[row]));
         }
         m_loadedGroup = *path;
+        m_loadedGroupSelection = selection();
         m_loadGroup->setToolTip(GroupFile::loadedToolTip(*path));
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Load Group."), error);
@@ -327,7 +360,7 @@ void frmMenu::saveGroup() {
         return;
     try {
         GroupFile::write(*path, s);
-        m_prompter.status(QStringLiteral("Saved ") + *path);
+        confirmOutput(m_prompter, QStringLiteral("Template group"), *path);
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Save Group."), error);
     }
@@ -355,7 +388,7 @@ void frmMenu::saveAsDefault() {
     }
     try {
         m_context.job.writeSelection(s, templateRows);
-        m_prompter.status(QStringLiteral("The template choice is saved as the default."));
+        confirmOutput(m_prompter, QStringLiteral("Default template choice"), m_context.job.path());
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("Save As Default."), error);
     }
@@ -369,8 +402,10 @@ void frmMenu::printPreview() {
         warn(refusal);
         return;
     }
+    // The group's name while the choice is still the group's; once the user changed a template
+    // or a printable box, the templates that actually print.
     QString caption;
-    if (!m_loadedGroup.isEmpty()) {
+    if (!m_loadedGroup.isEmpty() && s == m_loadedGroupSelection) {
         caption = QFileInfo(m_loadedGroup).fileName();
     } else {
         QStringList names;
@@ -383,7 +418,15 @@ void frmMenu::printPreview() {
     m_actions.preview(s, caption);
 }
 
+bool frmMenu::viewOnly() const {
+    return isViewOnlyRunMode(m_context.runMode);
+}
+
 void frmMenu::printReport() {
+    if (viewOnly()) {
+        m_prompter.status(viewOnlyRefusalText());
+        return;
+    }
     const ReportSelection s = selection();
     const QString refusal =
         MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
@@ -395,6 +438,18 @@ void frmMenu::printReport() {
 }
 
 void frmMenu::exportPdf() {
+    // Every refusal comes before the file dialog: nothing is asked for that is not written.
+    if (viewOnly()) {
+        m_prompter.status(viewOnlyRefusalText());
+        return;
+    }
+    const ReportSelection s = selection();
+    const QString refusal =
+        MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
+    if (!refusal.isEmpty()) {
+        warn(refusal);
+        return;
+    }
     FileDialogRequest request;
     request.title = QStringLiteral("   Save as PDF format ");
     request.filter = QStringLiteral("pdf(*.pdf)|*.pdf|All Files  (*.*)|*.*");
@@ -406,16 +461,9 @@ void frmMenu::exportPdf() {
     const std::optional<QString> path = m_prompter.saveFile(request);
     if (!path)
         return;
-    const ReportSelection s = selection();
-    const QString refusal =
-        MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
-    if (!refusal.isEmpty()) {
-        warn(refusal);
-        return;
-    }
+    // The actions replace this with the confirmation, or clear it.
     m_prompter.status(QStringLiteral("Creating ") + *path);
     m_actions.exportPdf(s, *path);
-    m_prompter.status(QString());
 }
 
 void frmMenu::openDesigner(int row) {

@@ -37,6 +37,8 @@ public:
     bool dispatch(const QString &command);
 
     ReportSelection selection() const;
+    // Reads the template folder again, keeping the chosen templates.
+    void refreshTemplateLists();
     QComboBox *templateList(int row) const { return m_templates[std::size_t(row)]; }
     QCheckBox *printableBox(int row) const { return m_printable[std::size_t(row)]; }
     QToolButton *loadGroupButton() const { return m_loadGroup; }
@@ -60,6 +62,7 @@ private:
     void exportPdf();
     void openDesigner(int row);
     void warn(const QString &text);
+    bool viewOnly() const;
     QString resolved(const QString &path) const;
 
     AppContext &m_context;
@@ -67,6 +70,7 @@ private:
     ReportActions &m_actions;
     QString m_templateDirectory;
     QString m_loadedGroup;
+    ReportSelection m_loadedGroupSelection; // the choice as the group gave it
     std::array<QComboBox *, 3> m_templates{};
     std::array<QCheckBox *, 3> m_printable{};
     std::array<QToolButton *, 3> m_open{};

@@ -307,8 +307,12 @@ std::optional<BoxInfo> DesignCanvas::newBox(const NewBoxRequest &request) {
     withFont.fontSize = m_newFontSize;
     BoxInfo box = LayoutEdits::makeBox(withFont);
     // A logo picture chosen before the logo box was placed is the new box's picture.
-    if (box.logo)
+    if (box.logo && !m_document.logoFile().isEmpty()) {
         box.logoFile = m_document.logoFile();
+        const QRect printed = m_document.layout().printedRect(box, pictures());
+        box.width = box.defaultWidth = printed.width();
+        box.height = box.defaultHeight = printed.height();
+    }
     return box;
 }
 

@@ -230,6 +230,17 @@ QList<int> clampBoxes(TemplateLayout &layout, const QList<int> &picked, const Pa
     return changed;
 }
 
+void fitPictureBoxes(TemplateLayout &layout, const PictureExtent &pictures) {
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
+        BoxInfo &box = layout.box(slot);
+        if (!box.placed || TemplateLayout::pictureFileOf(box).isEmpty())
+            continue;
+        const QRect printed = layout.printedRect(box, pictures);
+        box.width = printed.width();
+        box.height = printed.height();
+    }
+}
+
 void clampLine(LineInfo &line, const PageArea &area) {
     const qint32 width = area.printableWidth();
     line.width = std::min(line.width, width);

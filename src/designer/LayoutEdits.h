@@ -61,6 +61,9 @@ void restoreGeometry(TemplateLayout &layout, const QList<BoxGeometry> &before);
 // top and above the bottom of the printable area. Returns the slots it changed.
 QList<int> clampBoxes(TemplateLayout &layout, const QList<int> &picked, const PageArea &area,
                       const PictureExtent &pictures = {});
+// Gives every placed logo and image box whose picture prints the size it prints at, so that the
+// box's own geometry (the property panel, the saved file) is what the page shows.
+void fitPictureBoxes(TemplateLayout &layout, const PictureExtent &pictures);
 // The same for a line or a rectangle, across the printable width.
 void clampLine(LineInfo &line, const PageArea &area);
 void clampRect(PrintRect &rect, const PageArea &area);

@@ -216,12 +216,14 @@ void frmCustomLayout::editLogo() {
         if (box.placed && box.logo)
             box.logoFile = *path;
     }
+    LayoutEdits::fitPictureBoxes(layout, m_canvas->pictures());
     m_document.change(layout, QStringLiteral("Logo Picture"));
 }
 
 void frmCustomLayout::setLogoSize(const QString &size) {
     TemplateLayout layout = m_document.layout();
     layout.other.logoSize = size;
+    LayoutEdits::fitPictureBoxes(layout, m_canvas->pictures());
     m_document.change(layout, QStringLiteral("Logo Size"));
     updateChecks();
 }
@@ -229,6 +231,7 @@ void frmCustomLayout::setLogoSize(const QString &size) {
 void frmCustomLayout::setImageSize(const QString &size) {
     TemplateLayout layout = m_document.layout();
     layout.other.imageSize = size;
+    LayoutEdits::fitPictureBoxes(layout, m_canvas->pictures());
     m_document.change(layout, QStringLiteral("Image Size"));
     updateChecks();
 }

@@ -418,8 +418,11 @@ void DesignAgreementTest::logoOnClassicBodyTemplateKeepsCaptionsFree() {
     QCOMPARE(window.document().selection().boxes, QList<int>{slot});
     m_prompter.queueFile(logo);
     QVERIFY(window.dispatch("mnuEditLogo"));
-    // 200 x 100 pixels at 96 dpi.
+    // 200 x 100 pixels at 96 dpi, on the canvas and in the box's own size.
     QCOMPARE(canvas->boxPageRect(slot).size(), QSize(3000, 1500));
+    QCOMPARE(QSize(window.document().layout().box(slot).width,
+                   window.document().layout().box(slot).height),
+             QSize(3000, 1500));
     QVERIFY(window.dispatch("mnuSave"));
 
     PageEngine engine;
@@ -547,8 +550,9 @@ void DesignAgreementTest::screenshots() {
     const QString folder = qEnvironmentVariable("TAVREL_AGREEMENT_SHOTS");
     if (folder.isEmpty())
         QSKIP("set TAVREL_AGREEMENT_SHOTS=<folder> for screenshots");
-    QTemporaryDir copyDir;
-    const QString copy = copyDir.filePath("Classic Customer.cst");
+    // The template stays beside the shots, for printing it to compare.
+    const QString copy = folder + "/Logo Classic Customer.cst";
+    QFile::remove(copy);
     QVERIFY(QFile::copy(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"),
                         copy));
     QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
@@ -558,23 +562,23 @@ void DesignAgreementTest::screenshots() {
     DesignCanvas *canvas = window.canvas();
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    const QString logo =
-        writePicture(session->dir.filePath("logo.png"), {200, 100}, QColor(255, 220, 200));
+    const QString logo = writePicture(folder + "/logo.png", {200, 100}, QColor(255, 220, 200));
     m_prompter.queueFile(logo);
     window.dispatch("mnuEditLogo");
     const qint32 header = canvas->bandHeight(Container::header());
-    drop(window, NewBoxRequest::Type::Logo, "Logo", Container::header(), {0, header});
+    drop(window, NewBoxRequest::Type::Logo, "Logo", Container::header(), {0, header - 60});
     {
         TemplateLayout layout = window.document().layout();
         for (int s = 1; s <= TemplateLayout::BoxCapacity; ++s) {
-            if (layout.box(s).placed && layout.box(s).caption == "Qty")
-                layout.box(s).width += 2400;
+            if (layout.box(s).placed && layout.box(s).caption == "EXT Cust$")
+                layout.box(s).width += 1200;
         }
         window.document().change(layout, "wider");
     }
     QTest::qWait(50);
-    window.grab().save(folder + "/designer-logo-out-of-bounds.png");
-    canvas->grab().save(folder + "/canvas-logo-out-of-bounds.png");
+    const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", "1");
+    window.grab().save(folder + "/designer-logo-out-of-bounds-" + scale + "x.png");
+    canvas->grab().save(folder + "/canvas-logo-out-of-bounds-" + scale + "x.png");
     window.dispatch("mnuSave");
 }
 

@@ -7,6 +7,7 @@
 #include "designer/frmCustomLayout.h"
 #include "render/BodyRendererLayout.h"
 #include "render/DisplayList.h"
+#include "render/ImageOutput.h"
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
@@ -288,6 +289,15 @@ void DesignAgreementTest::agreement() {
     PageEngine engine;
     print(*session, kind, path, engine);
     QVERIFY(engine.PageCount() >= 1);
+    const QString shots = qEnvironmentVariable("TAVREL_AGREEMENT_SHOTS");
+    if (!shots.isEmpty() && !logoFirst) {
+        // The canvas and the printed first and last pages, to compare by eye.
+        const QString name = shots + "/agreement" + QString(extension).replace('.', '-');
+        canvas->resize(canvas->sizeHint());
+        canvas->grab().save(name + "-canvas.png");
+        renderPageImage(engine, 1, 96).save(name + "-page1.png");
+        renderPageImage(engine, engine.PageCount(), 96).save(name + "-last-page.png");
+    }
 
     // The totals move down with the rows; their elements keep their designed distances.
     double shift = 0;

@@ -2,6 +2,7 @@
 
 #include "designer/DesignerDocument.h"
 #include "designer/FieldList.h"
+#include "render/PageBands.h"
 
 #include <QDragEnterEvent>
 #include <QHelpEvent>
@@ -35,6 +36,11 @@ DesignCanvas::DesignCanvas(DesignerDocument &document, QWidget *parent)
     connect(&m_document, &DesignerDocument::layoutChanged, this, [this] {
         updateGeometry();
         update();
+        // A warning that is no longer true goes; a new one shows at once.
+        const QString bounds = outOfBoundsText();
+        if (!bounds.isEmpty() || !m_boundsText.isEmpty())
+            emit statusText(bounds);
+        m_boundsText = bounds;
     });
     connect(&m_document, &DesignerDocument::selectionChanged, this, qOverload<>(&QWidget::update));
 }
@@ -96,24 +102,33 @@ QRect DesignCanvas::widgetRect(const QRect &pageRect) const {
                                 std::max(1, bottomRight.y() - topLeft.y())));
 }
 
+PictureExtent DesignCanvas::pictures() const {
+    return printedPictures(m_pictureSizes);
+}
+
+qint32 DesignCanvas::bandHeight(const QString &container) const {
+    return m_document.layout().bandHeight(container, pictures());
+}
+
 QRect DesignCanvas::boxPageRect(int slot) const {
     const TemplateLayout &layout = m_document.layout();
     const BoxInfo &box = layout.box(slot);
-    const QPoint origin = layout.containerOrigin(box.container, pageArea());
-    return {origin.x() + box.left, origin.y() + box.top, box.width, box.height};
+    const PictureExtent sizes = pictures();
+    const QPoint origin = layout.containerOrigin(box.container, pageArea(), sizes);
+    return layout.printedRect(box, sizes).translated(origin);
 }
 
 QRect DesignCanvas::linePageRect(int slot) const {
     const TemplateLayout &layout = m_document.layout();
     const LineInfo &line = layout.line(slot);
-    const QPoint origin = layout.containerOrigin(line.container, pageArea());
+    const QPoint origin = layout.containerOrigin(line.container, pageArea(), pictures());
     return {origin.x() + line.left, origin.y() + line.top, line.width, std::max(1, line.height)};
 }
 
 QRect DesignCanvas::rectPageRect(int slot) const {
     const TemplateLayout &layout = m_document.layout();
     const PrintRect &rect = layout.rect(slot);
-    const QPoint origin = layout.containerOrigin(Container::mainPort(), pageArea());
+    const QPoint origin = layout.containerOrigin(Container::mainPort(), pageArea(), pictures());
     return {origin.x() + int(std::lround(rect.left)), origin.y() + int(std::lround(rect.top)),
             int(std::lround(rect.width)), int(std::lround(rect.height))};
 }
@@ -193,8 +208,9 @@ TemplateLayout DesignCanvas::layoutWithout(const QList<int> &picked) const {
 
 QString DesignCanvas::containerAt(QPoint pagePoint, const TemplateLayout &layout) const {
     const PageArea area = pageArea();
-    const qint32 header = std::max(layout.bandHeight(Container::header()), EmptyBandStrip);
-    const qint32 footer = std::max(layout.bandHeight(Container::footer()), EmptyBandStrip);
+    const PictureExtent sizes = pictures();
+    const qint32 header = std::max(layout.bandHeight(Container::header(), sizes), EmptyBandStrip);
+    const qint32 footer = std::max(layout.bandHeight(Container::footer(), sizes), EmptyBandStrip);
     if (pagePoint.y() < area.marginTop + header)
         return Container::header();
     if (pagePoint.y() >= area.printableBottom() - footer)
@@ -213,14 +229,14 @@ bool DesignCanvas::allowedAt(const TemplateLayout &layout, const BoxInfo &box,
     // The footer grows upwards as its boxes reach lower, so only the page's height limits it.
     const qint32 top = container == Container::footer()
                            ? area.marginTop
-                           : layout.containerOrigin(container, area).y();
+                           : layout.containerOrigin(container, area, pictures()).y();
     if (top + r.y() + r.height() > area.printableBottom())
         return false;
     for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
         const BoxInfo &other = layout.box(slot);
         if (!other.placed || ignored.contains(slot) || other.container != container)
             continue;
-        if (r.intersects(QRect(other.left, other.top, other.width, other.height)))
+        if (r.intersects(layout.printedRect(other, pictures())))
             return false;
     }
     return true;
@@ -230,7 +246,8 @@ DesignCanvas::Landing DesignCanvas::land(const TemplateLayout &layout, const Box
                                          const QRect &pageRect, const QList<int> &ignored) const {
     Landing landing;
     landing.container = containerAt(pageRect.topLeft(), layout);
-    landing.position = pageRect.topLeft() - layout.containerOrigin(landing.container, pageArea());
+    landing.position =
+        pageRect.topLeft() - layout.containerOrigin(landing.container, pageArea(), pictures());
     // The footer grows upwards from the bottom margin: a box dropped on its strip above the
     // band's boxes becomes the band's new top row.
     if (landing.container == Container::footer())
@@ -289,7 +306,15 @@ std::optional<BoxInfo> DesignCanvas::newBox(const NewBoxRequest &request) {
     NewBoxRequest withFont = request;
     withFont.fontName = m_newFontName;
     withFont.fontSize = m_newFontSize;
-    return LayoutEdits::makeBox(withFont);
+    BoxInfo box = LayoutEdits::makeBox(withFont);
+    // A logo picture chosen before the logo box was placed is the new box's picture.
+    if (box.logo && !m_document.logoFile().isEmpty()) {
+        box.logoFile = m_document.logoFile();
+        const QRect printed = m_document.layout().printedRect(box, pictures());
+        box.width = box.defaultWidth = printed.width();
+        box.height = box.defaultHeight = printed.height();
+    }
+    return box;
 }
 
 int DesignCanvas::placeNewBox(const NewBoxRequest &request, QPoint widgetPoint) {
@@ -312,7 +337,7 @@ int DesignCanvas::placeNewBox(const NewBoxRequest &request, QPoint widgetPoint) 
                                            landing.position.y());
     m_document.change(layout, QStringLiteral("Place %1").arg(box.caption));
     m_document.selectBoxes({slot});
-    emit statusText(QString());
+    emit statusText(outOfBoundsText());
     return slot;
 }
 
@@ -328,7 +353,7 @@ int DesignCanvas::placeNewBoxSomewhere(const NewBoxRequest &request) {
         containers.prepend(Container::header());
     for (const QString &container : containers) {
         const qint32 bottom = container == Container::header()
-                                  ? layout.bandHeight(container) + box.height
+                                  ? layout.bandHeight(container, pictures()) + box.height
                                   : area.printableBottom() - area.marginTop;
         for (qint32 top = 0; top + box.height <= bottom; top += SnapStep) {
             for (qint32 left = 0; left + box.width <= area.printableWidth(); left += SnapStep) {
@@ -352,10 +377,10 @@ void DesignCanvas::nudge(qint32 dx, qint32 dy, bool resize) {
         m_nudgeMergeId = m_document.newMergeId();
     for (int slot : selection.boxes) {
         BoxInfo &box = layout.box(slot);
-        QRect r(box.left, box.top, box.width, box.height);
+        QRect r = layout.printedRect(box, pictures());
         if (resize)
-            r.setSize(QSize(std::max(MinimumSide, r.width() + dx),
-                            std::max(MinimumSide, r.height() + dy)));
+            r = QRect(box.left, box.top, std::max(MinimumSide, box.width + dx),
+                      std::max(MinimumSide, box.height + dy));
         else
             r.translate(dx, dy);
         if (!allowedAt(layout, box, box.container, r, selection.boxes)) {
@@ -383,6 +408,7 @@ void DesignCanvas::nudge(qint32 dx, qint32 dy, bool resize) {
             line.top = std::max(0, line.top + dy);
             line.lineY = line.top;
         }
+        LayoutEdits::clampLine(line, pageArea());
     }
     if (selection.rect != 0) {
         PrintRect &rect = layout.rect(selection.rect);
@@ -393,10 +419,11 @@ void DesignCanvas::nudge(qint32 dx, qint32 dy, bool resize) {
             rect.left = std::max(0.0f, rect.left + float(dx));
             rect.top = std::max(0.0f, rect.top + float(dy));
         }
+        LayoutEdits::clampRect(rect, pageArea());
         LayoutEdits::recordRectPlacement(rect);
     }
     LayoutEdits::assignLevels(layout);
-    emit statusText(QString());
+    emit statusText(outOfBoundsText());
     m_document.change(layout, resize ? QStringLiteral("Resize") : QStringLiteral("Move"),
                       m_nudgeMergeId);
 }
@@ -433,6 +460,57 @@ void DesignCanvas::keyPressEvent(QKeyEvent *event) {
     default:
         QWidget::keyPressEvent(event);
     }
+}
+
+} // namespace tavrel
+
+namespace tavrel {
+
+QList<int> DesignCanvas::outOfBounds() const {
+    const TemplateLayout &layout = m_document.layout();
+    const PageArea area = pageArea();
+    const QRect printable(area.marginLeft, area.marginTop, area.printableWidth(),
+                          area.printableBottom() - area.marginTop);
+    const auto outside = [&](const QRect &r) {
+        return r.left() < printable.left() || r.top() < printable.top() ||
+               r.x() + r.width() > printable.x() + printable.width() ||
+               r.y() + r.height() > printable.y() + printable.height();
+    };
+    QList<int> found;
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
+        if (layout.box(slot).placed && outside(boxPageRect(slot)))
+            found.append(slot);
+    }
+    for (int slot = 1; slot <= TemplateLayout::LineCapacity; ++slot) {
+        if (layout.line(slot).placed && outside(linePageRect(slot)))
+            found.append(-slot);
+    }
+    for (int slot = 1; slot <= TemplateLayout::RectCapacity; ++slot) {
+        if (layout.rect(slot).rectVisible && outside(rectPageRect(slot)))
+            found.append(1000 + slot);
+    }
+    return found;
+}
+
+QString DesignCanvas::outOfBoundsText() const {
+    const QList<int> found = outOfBounds();
+    if (found.isEmpty())
+        return {};
+    QStringList names;
+    for (int element : found) {
+        if (element > 1000)
+            names.append(QStringLiteral("a rectangle"));
+        else if (element < 0)
+            names.append(QStringLiteral("a line"));
+        else
+            names.append(QLatin1Char('"') + m_document.layout().box(element).caption +
+                         QLatin1Char('"'));
+    }
+    names.removeDuplicates();
+    return QStringLiteral("Prints outside the printable area (%1 x %2 in): %3.")
+        .arg(pageArea().printableWidth() / 1440.0, 0, 'f', 2)
+        .arg((pageArea().printableBottom() - pageArea().marginTop) / 1440.0, 0, 'f', 2)
+        .arg(names.join(QStringLiteral(", ")));
 }
 
 } // namespace tavrel

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "designer/LayoutEdits.h"
+#include "render/PictureCache.h"
 #include "templates/DragRect.h"
 #include "templates/TemplateLayout.h"
 
+#include <QHash>
+#include <QImage>
 #include <QWidget>
 
 #include <optional>
@@ -46,6 +49,15 @@ public:
     QRect rectPageRect(int slot) const;
     QRect widgetRect(const QRect &pageRect) const;
     QRect centerMarkerRect() const;
+    // Picture sizes as the report prints them (logo at `LogoSize`, images at `ImageSize`).
+    PictureExtent pictures() const;
+    // Header and footer band heights as the renderers use them.
+    qint32 bandHeight(const QString &container) const;
+    // The placed elements whose printed rectangle leaves the printable area, in page order of
+    // their slots: boxes as their slots, lines as -slot, rectangles as 1000 + slot.
+    QList<int> outOfBounds() const;
+    // The status text for the elements that print outside the printable area, empty when none.
+    QString outOfBoundsText() const;
     QString toolTipAt(QPoint widgetPoint) const;
 
     // Places a new box with its top-left corner at a widget point; returns the slot, or
@@ -106,6 +118,9 @@ private:
     void paintElements(QPainter &painter) const;
     void paintBox(QPainter &painter, const BoxInfo &box, bool selected, bool reference) const;
     void paintDragFeedback(QPainter &painter) const;
+    void paintOutOfBounds(QPainter &painter) const;
+    // The picture of a box as it prints, or a null image (no file, not a picture).
+    QImage pictureOf(const BoxInfo &box) const;
 
     Hit hitTest(QPoint widgetPoint) const;
     QRect handleRect(const QRect &widgetRect) const;
@@ -141,8 +156,11 @@ private:
     QPoint m_moveDelta;   // current snapped delta of a move
     int m_dragSlot = 0;
     bool m_dragAllowed = true;
-    QRect m_dropOutline;    // page twips of a caption being dragged in from the field list
-    int m_nudgeMergeId = 0; // a run of arrow keys is one undo step
+    QRect m_dropOutline; // page twips of a caption being dragged in from the field list
+    mutable PictureCache m_pictureSizes;
+    mutable QHash<QString, QImage> m_pictureImages; // by path, as read from the file
+    QString m_boundsText;                           // the out-of-bounds warning last shown
+    int m_nudgeMergeId = 0;                         // a run of arrow keys is one undo step
 };
 
 } // namespace tavrel

@@ -141,7 +141,7 @@ void DesignCanvas::mouseMoveEvent(QMouseEvent *event) {
             if (!land(without, m_document.layout().box(slot), target, {}).allowed)
                 m_dragAllowed = false;
         }
-        emit statusText(m_dragAllowed ? QString() : cannotPlace());
+        emit statusText(m_dragAllowed ? outOfBoundsText() : cannotPlace());
         break;
     }
     case Mode::MoveLine:
@@ -170,7 +170,7 @@ void DesignCanvas::mouseMoveEvent(QMouseEvent *event) {
             const QRect r = dragRectToRect(m_drag);
             m_dragAllowed = allowedAt(m_document.layout(), box, box.container,
                                       QRect(QPoint(box.left, box.top), r.size()), {m_dragSlot});
-            emit statusText(m_dragAllowed ? QString() : cannotPlace());
+            emit statusText(m_dragAllowed ? outOfBoundsText() : cannotPlace());
         }
         break;
     }
@@ -238,7 +238,7 @@ void DesignCanvas::finishMove(bool commit) {
         const QRect target = linePageRect(selection.line).translated(m_moveDelta);
         line.container = containerAt(target.topLeft(), layout);
         const QPoint position =
-            target.topLeft() - layout.containerOrigin(line.container, pageArea());
+            target.topLeft() - layout.containerOrigin(line.container, pageArea(), pictures());
         line.left = std::max(0, position.x());
         line.top = std::max(0, position.y());
         line.lineY = line.top;
@@ -249,7 +249,7 @@ void DesignCanvas::finishMove(bool commit) {
         LayoutEdits::recordRectPlacement(rect);
     }
     m_document.change(layout, QStringLiteral("Move"), m_document.newMergeId());
-    emit statusText(QString());
+    emit statusText(outOfBoundsText());
 }
 
 void DesignCanvas::finishResize() {
@@ -273,7 +273,7 @@ void DesignCanvas::finishResize() {
         LayoutEdits::recordRectPlacement(rect);
     }
     m_document.change(layout, QStringLiteral("Resize"));
-    emit statusText(QString());
+    emit statusText(outOfBoundsText());
 }
 
 void DesignCanvas::finishRubberBand(Qt::KeyboardModifiers modifiers) {
@@ -316,14 +316,14 @@ void DesignCanvas::dragMoveEvent(QDragMoveEvent *event) {
         QRect(area.marginLeft + snapped(page.x() - area.marginLeft, false),
               area.marginTop + snapped(page.y() - area.marginTop, false), box.width, box.height);
     m_dragAllowed = land(m_document.layout(), box, m_dropOutline, {}).allowed;
-    emit statusText(m_dragAllowed ? QString() : cannotPlace());
+    emit statusText(m_dragAllowed ? outOfBoundsText() : cannotPlace());
     event->acceptProposedAction();
     update();
 }
 
 void DesignCanvas::dragLeaveEvent(QDragLeaveEvent *) {
     m_dropOutline = {};
-    emit statusText(QString());
+    emit statusText(outOfBoundsText());
     update();
 }
 

@@ -1,6 +1,8 @@
 #include "designer/DesignCanvas.h"
 
 #include "designer/DesignerDocument.h"
+#include "render/BodyRendererLayout.h"
+#include "render/FontTable.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -55,7 +57,35 @@ void DesignCanvas::paintEvent(QPaintEvent *) {
     paintPage(painter);
     paintBands(painter);
     paintElements(painter);
+    paintOutOfBounds(painter);
     paintDragFeedback(painter);
+}
+
+QImage DesignCanvas::pictureOf(const BoxInfo &box) const {
+    const QString path = TemplateLayout::pictureFileOf(box);
+    if (path.isEmpty() || !pictures()(path, m_document.layout().pictureSizeOf(box)))
+        return {};
+    auto found = m_pictureImages.find(path);
+    if (found == m_pictureImages.end()) {
+        // Decoded once at the file's own size; the page shows it scaled like the report does.
+        found = m_pictureImages.insert(path, QImage(path));
+    }
+    return *found;
+}
+
+void DesignCanvas::paintOutOfBounds(QPainter &painter) const {
+    // What would print past the printable area: a red hatched outline, so that it stands out
+    // at any zoom; the status line names it.
+    for (int element : outOfBounds()) {
+        const QRect page = element > 1000 ? rectPageRect(element - 1000)
+                           : element < 0  ? linePageRect(-element)
+                                          : boxPageRect(element);
+        const QRect r = widgetRect(page);
+        painter.fillRect(r, QBrush(QColor(220, 0, 0, 110), Qt::BDiagPattern));
+        painter.setPen(QPen(QColor(220, 0, 0), 2, Qt::DashLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(r.adjusted(0, 0, -1, -1));
+    }
 }
 
 void DesignCanvas::paintPage(QPainter &painter) const {
@@ -90,8 +120,8 @@ void DesignCanvas::paintPage(QPainter &painter) const {
 void DesignCanvas::paintBands(QPainter &painter) const {
     const TemplateLayout &layout = m_document.layout();
     const PageArea area = pageArea();
-    const qint32 header = layout.bandHeight(Container::header());
-    const qint32 footer = layout.bandHeight(Container::footer());
+    const qint32 header = bandHeight(Container::header());
+    const qint32 footer = bandHeight(Container::footer());
     const QRect headerRect(area.marginLeft, area.marginTop, area.printableWidth(),
                            std::max(header, EmptyBandStrip));
     const QRect footerRect(area.marginLeft,
@@ -125,7 +155,7 @@ void DesignCanvas::paintBands(QPainter &painter) const {
     };
     drawBand(headerRect, header == 0, QStringLiteral("Header"));
     drawBand(footerRect, footer == 0, QStringLiteral("Footer"));
-    const QPoint body = layout.containerOrigin(Container::mainPort(), area);
+    const QPoint body = layout.containerOrigin(Container::mainPort(), area, pictures());
     gutterLabel(toWidget(body).y(), widgetRect(footerRect).top(), QStringLiteral("Body"));
     const qint32 columns = LayoutEdits::bodyColumnsRight(layout);
     if (columns > area.printableWidth()) {
@@ -138,27 +168,50 @@ void DesignCanvas::paintBands(QPainter &painter) const {
 void DesignCanvas::paintBox(QPainter &painter, const BoxInfo &box, bool selected,
                             bool reference) const {
     const QRect r = widgetRect(boxPageRect(box.index));
-    painter.fillRect(r, box.changeBackcolor ? fromColorNumber(box.custBkColor)
-                                            : QColor(255, 255, 240));
-    painter.setPen(QPen(box.logo || box.imgPlaced ? QColor(160, 120, 40) : QColor(160, 160, 160), 1,
-                        box.notes ? Qt::DashLine : Qt::SolidLine));
-    painter.drawRect(r.adjusted(0, 0, -1, -1));
-    QFont font(box.fontName.isEmpty() ? QStringLiteral("Arial") : box.fontName);
-    font.setPixelSize(std::max(4, int(std::lround(std::max<int>(box.fontSize, 4) * 20 * scale()))));
-    font.setBold(box.fontBold);
-    font.setItalic(box.fontItalic);
-    font.setUnderline(box.fontUnderLine);
-    painter.setFont(font);
-    painter.setPen(fromColorNumber(box.foreColor));
+    const QImage picture = pictureOf(box);
+    if (!picture.isNull()) {
+        // The picture itself, as large as it prints.
+        painter.fillRect(r, Qt::white);
+        painter.drawImage(r, picture);
+        painter.setPen(QPen(QColor(160, 120, 40), 1, Qt::DotLine));
+        painter.drawRect(r.adjusted(0, 0, -1, -1));
+    } else {
+        painter.fillRect(r, box.changeBackcolor ? fromColorNumber(box.custBkColor)
+                                                : QColor(255, 255, 240));
+        painter.setPen(
+            QPen(box.logo || box.imgPlaced ? QColor(160, 120, 40) : QColor(160, 160, 160), 1,
+                 box.notes ? Qt::DashLine : Qt::SolidLine));
+        painter.drawRect(r.adjusted(0, 0, -1, -1));
+    }
     QString text = box.caption;
     if (box.logo)
-        text = QStringLiteral("[Logo %1]").arg(m_document.layout().other.logoSize);
+        text = QStringLiteral("[Logo %1]").arg(m_document.layout().pictureSizeOf(box));
     else if (box.imgPlaced)
         text = QStringLiteral("[Image]");
-    // A note wraps at the box's width as it prints, from the top, as far as the box shows it.
-    const int flow = box.notes ? int(Qt::AlignTop) | int(Qt::TextWordWrap)
-                               : int(Qt::AlignVCenter) | int(Qt::TextSingleLine);
-    painter.drawText(r.adjusted(2, 0, -2, 0), int(alignmentOf(box.textAlign)) | flow, text);
+    if (picture.isNull()) {
+        // The text in the font the report prints it in, measured in twips and scaled to the page,
+        // from the inset the report's text boxes start at.
+        FontSpec spec;
+        spec.name = box.fontName.isEmpty() ? QStringLiteral("Arial") : box.fontName;
+        spec.size = std::max<int>(box.fontSize, 1);
+        // The body's column captions print bold.
+        spec.bold = box.fontBold || (box.body && box.container == Container::mainPort());
+        spec.italic = box.fontItalic;
+        spec.underline = box.fontUnderLine;
+        const QRect page = boxPageRect(box.index);
+        const double inset = box.body && !box.logo && !box.imgPlaced ? BodyLayout::CellInset : 0;
+        painter.save();
+        painter.setClipRect(r);
+        painter.translate(QPointF(toWidget(page.topLeft())));
+        painter.scale(scale(), scale());
+        painter.setFont(FontTable::makeFont(spec));
+        painter.setPen(fromColorNumber(box.foreColor));
+        // A note wraps at the box's width as it prints, as far as the box shows it.
+        const int flow = box.notes ? int(Qt::TextWordWrap) : int(Qt::TextSingleLine);
+        painter.drawText(QRectF(inset, 0, std::max(1.0, page.width() - 2 * inset), page.height()),
+                         int(alignmentOf(box.textAlign)) | int(Qt::AlignTop) | flow, text);
+        painter.restore();
+    }
     const std::optional<PairWidthFields> pair = pairWidthFields(box.caption);
     const float code = pair ? m_document.layout().other.*pair->code : 0.0f;
     if (code > 0 && code < float(box.width)) {

@@ -64,6 +64,12 @@ void DesignerDocument::reset(const TemplateLayout &layout, TemplateKind kind, co
     m_path = path;
     m_lastAlignment.clear();
     m_selection = {};
+    m_logoFile.clear();
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity && m_logoFile.isEmpty(); ++slot) {
+        const BoxInfo &box = layout.box(slot);
+        if (box.placed && box.logo)
+            m_logoFile = box.logoFile;
+    }
     setSaved(true);
     emit layoutChanged();
     emit selectionChanged();

@@ -50,6 +50,10 @@ public:
     const QList<BoxGeometry> &lastAlignment() const { return m_lastAlignment; }
     void setLastAlignment(QList<BoxGeometry> before) { m_lastAlignment = std::move(before); }
 
+    // The logo picture last chosen (or the opened template's): a logo box placed later shows it.
+    QString logoFile() const { return m_logoFile; }
+    void setLogoFile(const QString &path) { m_logoFile = path; }
+
     // A fresh id for a merged run of changes.
     int newMergeId() { return ++m_mergeCounter; }
 
@@ -71,6 +75,7 @@ private:
     bool m_saved = true;
     DesignerSelection m_selection;
     QList<BoxGeometry> m_lastAlignment;
+    QString m_logoFile;
     QUndoStack m_undo;
     int m_mergeCounter = 0;
 };

@@ -195,6 +195,67 @@ void restoreGeometry(TemplateLayout &layout, const QList<BoxGeometry> &before) {
     assignLevels(layout);
 }
 
+QList<int> clampBoxes(TemplateLayout &layout, const QList<int> &picked, const PageArea &area,
+                      const PictureExtent &pictures) {
+    QList<int> changed;
+    const qint32 width = area.printableWidth();
+    for (int slot : picked) {
+        BoxInfo &box = layout.box(slot);
+        if (!box.placed)
+            continue;
+        const BoxInfo before = box;
+        const bool picture =
+            !TemplateLayout::pictureFileOf(box).isEmpty() &&
+            layout.printedRect(box, pictures).size() != QSize(box.width, box.height);
+        if (!picture && box.width > width) {
+            box.width = width;
+            box.resized = true;
+            box.resizedWidth = box.width;
+        }
+        QRect printed = layout.printedRect(box, pictures);
+        box.left = std::clamp(box.left, 0, std::max(0, width - printed.width()));
+        // The footer grows upwards with its boxes; the others end at the printable bottom.
+        if (box.container != Container::footer()) {
+            const qint32 room =
+                area.printableBottom() - layout.containerOrigin(box.container, area, pictures).y();
+            printed = layout.printedRect(box, pictures);
+            box.top = std::clamp(box.top, 0, std::max(0, room - printed.height()));
+        }
+        box.top = std::max(0, box.top);
+        if (box.left != before.left || box.top != before.top || box.width != before.width)
+            changed.append(slot);
+    }
+    if (!changed.isEmpty())
+        assignLevels(layout);
+    return changed;
+}
+
+void fitPictureBoxes(TemplateLayout &layout, const PictureExtent &pictures) {
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
+        BoxInfo &box = layout.box(slot);
+        if (!box.placed || TemplateLayout::pictureFileOf(box).isEmpty())
+            continue;
+        const QRect printed = layout.printedRect(box, pictures);
+        box.width = printed.width();
+        box.height = printed.height();
+    }
+}
+
+void clampLine(LineInfo &line, const PageArea &area) {
+    const qint32 width = area.printableWidth();
+    line.width = std::min(line.width, width);
+    line.left = std::clamp(line.left, 0, std::max(0, width - line.width));
+    line.top = std::max(0, line.top);
+    line.lineY = line.top;
+}
+
+void clampRect(PrintRect &rect, const PageArea &area) {
+    const auto width = float(area.printableWidth());
+    rect.width = std::min(rect.width, width);
+    rect.left = std::clamp(rect.left, 0.0f, std::max(0.0f, width - rect.width));
+    rect.top = std::max(0.0f, rect.top);
+}
+
 void clearBox(TemplateLayout &layout, int slot) {
     layout.box(slot) = BoxInfo{};
 }

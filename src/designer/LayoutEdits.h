@@ -56,6 +56,18 @@ bool fitsContainer(const BoxInfo &box, const QString &container);
 QList<BoxGeometry> align(TemplateLayout &layout, const QList<int> &picked, AlignCommand command);
 void restoreGeometry(TemplateLayout &layout, const QList<BoxGeometry> &before);
 
+// Keeps the listed boxes inside the printable area: each moves (and, wider than the area, narrows)
+// so that its printed rectangle stays within the printable width and below its container's
+// top and above the bottom of the printable area. Returns the slots it changed.
+QList<int> clampBoxes(TemplateLayout &layout, const QList<int> &picked, const PageArea &area,
+                      const PictureExtent &pictures = {});
+// Gives every placed logo and image box whose picture prints the size it prints at, so that the
+// box's own geometry (the property panel, the saved file) is what the page shows.
+void fitPictureBoxes(TemplateLayout &layout, const PictureExtent &pictures);
+// The same for a line or a rectangle, across the printable width.
+void clampLine(LineInfo &line, const PageArea &area);
+void clampRect(PrintRect &rect, const PageArea &area);
+
 // Removes a box from the page and frees its slot.
 void clearBox(TemplateLayout &layout, int slot);
 void clearLine(TemplateLayout &layout, int slot);

@@ -201,6 +201,11 @@ void frmCustomLayout::alignBoxes(AlignCommand command) {
     TemplateLayout layout = m_document.layout();
     const QList<BoxGeometry> before =
         LayoutEdits::align(layout, m_document.selection().boxes, command);
+    // An alignment never pushes a box off the printable area.
+    if (!LayoutEdits::clampBoxes(layout, m_document.selection().boxes, m_canvas->pageArea(),
+                                 m_canvas->pictures())
+             .isEmpty())
+        showStatus(QStringLiteral("Kept inside the printable area."));
     if (command != AlignCommand::SameColor && !before.isEmpty())
         m_document.setLastAlignment(before);
     m_document.change(layout, command == AlignCommand::SameColor ? QStringLiteral("Same Colours")
@@ -279,18 +284,22 @@ void frmCustomLayout::editLogo() {
     const std::optional<QString> path = m_prompter.openFile(request);
     if (!path)
         return;
+    // Kept for a logo box placed later as well as given to those on the page.
+    m_document.setLogoFile(*path);
     TemplateLayout layout = m_document.layout();
     for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
         BoxInfo &box = layout.box(slot);
         if (box.placed && box.logo)
             box.logoFile = *path;
     }
+    LayoutEdits::fitPictureBoxes(layout, m_canvas->pictures());
     m_document.change(layout, QStringLiteral("Logo Picture"));
 }
 
 void frmCustomLayout::setLogoSize(const QString &size) {
     TemplateLayout layout = m_document.layout();
     layout.other.logoSize = size;
+    LayoutEdits::fitPictureBoxes(layout, m_canvas->pictures());
     m_document.change(layout, QStringLiteral("Logo Size"));
     updateChecks();
 }
@@ -298,6 +307,7 @@ void frmCustomLayout::setLogoSize(const QString &size) {
 void frmCustomLayout::setImageSize(const QString &size) {
     TemplateLayout layout = m_document.layout();
     layout.other.imageSize = size;
+    LayoutEdits::fitPictureBoxes(layout, m_canvas->pictures());
     m_document.change(layout, QStringLiteral("Image Size"));
     updateChecks();
 }
@@ -376,6 +386,8 @@ void frmCustomLayout::pasteBoxes(bool duplicate) {
         showStatus(QStringLiteral("Ran out of index"));
         return;
     }
+    // A copy that would land past the edge is kept inside the printable area.
+    LayoutEdits::clampBoxes(layout, picked, m_canvas->pageArea(), m_canvas->pictures());
     m_document.change(layout, duplicate ? QStringLiteral("Duplicate") : QStringLiteral("Paste"));
     m_document.selectBoxes(picked);
 }

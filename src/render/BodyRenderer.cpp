@@ -185,11 +185,21 @@ void BodyRenderer::startPageTop(OutputHelpers &out) {
     m_rowsOnPage = 0;
     if (!m_bands->isDeferred(PageBands::Band::Header))
         m_bands->draw(out, PageBands::Band::Header, engine.PreviewPage(), 0);
-    drawTemplateRectangles(engine, m_layout, m_bands->bodyOrigin(engine));
+    drawTemplateRectangles(engine, m_layout, m_bands->bodyOrigin(engine),
+                           [this](const PrintRect &rect) { return !framesTotals(rect); });
     drawCaptionRow(out);
     m_y = m_captionBottom > 0 ? m_captionBottom + BodyLayout::FirstRowGap
                               : m_bands->bodyOrigin(engine).y() + NoCaptionRowGap;
     m_firstRowY = m_y;
+}
+
+bool BodyRenderer::framesTotals(const PrintRect &rect) const {
+    std::vector<CustomTemplate> columns;
+    columns.reserve(m_columns.size());
+    for (const Column &column : m_columns)
+        columns.push_back(column.box);
+    return BodyLayout::framesTotals(rect, BodyLayout::totalsTop(m_totalBoxes),
+                                    BodyLayout::captionRowBottom(columns));
 }
 
 void BodyRenderer::drawCaptionRow(OutputHelpers &out) {

@@ -71,6 +71,8 @@ private:
     void buildCellGrid();
     void startPageTop(OutputHelpers &out);
     void drawCaptionRow(OutputHelpers &out);
+    // Whether a rectangle goes with the totals section (see BodyLayout::framesTotals).
+    bool framesTotals(const PrintRect &rect) const;
     void endPage(OutputHelpers &out);
     bool needsNewPage(double height, double reserve) const;
     void breakIfNeeded(OutputHelpers &out, double height, double reserve = FooterReserve);

@@ -3,6 +3,7 @@
 #include "render/ReportData.h"
 #include "spec/FieldCatalog.h"
 #include "spec/FieldLengths.h"
+#include "templates/PrintRect.h"
 #include "templates/TemplateLayout.h"
 
 #include <algorithm>
@@ -19,6 +20,18 @@ qint32 totalsTop(const std::vector<CustomTemplate> &totalBoxes) {
     for (const CustomTemplate &box : totalBoxes)
         top = std::min(top, box.tTop);
     return top;
+}
+
+qint32 captionRowBottom(const std::vector<CustomTemplate> &columns) {
+    qint32 bottom = 0;
+    for (const CustomTemplate &box : columns)
+        bottom = std::max(bottom, box.tTop + box.tHeight);
+    return bottom;
+}
+
+bool framesTotals(const PrintRect &rect, qint32 totalsTop, qint32 captionRowBottom) {
+    return totalsTop != std::numeric_limits<qint32>::max() &&
+           double(rect.rectTop) >= double(captionRowBottom);
 }
 
 PairWidths pairWidths(const CustomTemplate &box, bool notes, const OtherInfo &other) {

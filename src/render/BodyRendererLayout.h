@@ -11,6 +11,7 @@
 namespace tavrel {
 
 struct OtherInfo;
+struct PrintRect;
 struct ReportData;
 
 // The spacing of the body pages, and the geometry of the caption row and of the code /
@@ -48,6 +49,14 @@ double textWidth(double columnWidth);
 // The top of the totals section in the template: the smallest top among the total boxes, or the
 // largest value when there are none.
 qint32 totalsTop(const std::vector<CustomTemplate> &totalBoxes);
+
+// The lowest bottom of the body columns in the template (the caption row), 0 without columns.
+qint32 captionRowBottom(const std::vector<CustomTemplate> &columns);
+
+// Whether a rectangle of a body template frames the totals section rather than the page: there
+// are total boxes and it starts below the caption row. Such a rectangle is drawn once, where
+// the totals print, at its designed distance from their top; the others on every page.
+bool framesTotals(const PrintRect &rect, qint32 totalsTop, qint32 captionRowBottom);
 
 // The code and description widths of an option pair ("Option Code / Description") or a note
 // pair ("Option Note Code / Description"): the template's Real* widths; when a pair has none,

@@ -75,6 +75,10 @@ void BodyRenderer::drawTotals(OutputHelpers &out) {
     breakIfNeeded(out, sectionBottom - sectionTop);
     double offset = m_y - sectionTop;
     const QPointF origin = m_bands->bodyOrigin(engine);
+    // Rectangles round the totals keep their designed distance from the section's top (the
+    // section's top is the reference of the shift, as RectangleTopOnPrint has it).
+    drawTemplateRectangles(engine, m_layout, {origin.x(), offset},
+                           [this](const PrintRect &rect) { return framesTotals(rect); });
     for (int slot = 1; slot <= TemplateLayout::LineCapacity; ++slot) {
         const LineInfo &line = m_layout.line(slot);
         if (line.placed && line.container == Container::mainPort() && line.top >= sectionTop)

@@ -1,5 +1,6 @@
 #include "render/PageBands.h"
 
+#include "base/RuntimeError.h"
 #include "render/HtmlFragments.h"
 #include "render/OutputHelpers.h"
 #include "render/PageEngine.h"
@@ -107,6 +108,21 @@ void applyBoxStyle(OutputHelpers &out, const CustomTemplate &box) {
                                                       : BrushStyles::Solid);
 }
 
+PictureExtent printedPictures(PictureCache &cache) {
+    return [&cache](const QString &path, const QString &size) -> std::optional<QSizeF> {
+        if (path.isEmpty() || !QFileInfo(path).isFile())
+            return std::nullopt;
+        try {
+            const QSizeF natural = cache.load(path).naturalSize;
+            return QSizeF(PictureCache::scaledExtent(size, natural.width()),
+                          PictureCache::scaledExtent(size, natural.height()));
+        } catch (const RuntimeError &) {
+            // Not a picture, or a size that is no size: nothing prints.
+            return std::nullopt;
+        }
+    };
+}
+
 void drawTemplateLine(PageEngine &engine, const CustomLine &line, QPointF origin) {
     const double left = origin.x() + line.tLeft;
     const double top = origin.y() + line.tTop;
@@ -135,10 +151,11 @@ void drawTemplateLine(OutputHelpers &out, const CustomLine &line, QPointF origin
             HtmlFragments::horizontalRule(origin.x() + line.tLeft, origin.y() + line.tTop));
 }
 
-void drawTemplateRectangles(PageEngine &engine, const TemplateLayout &layout, QPointF origin) {
+void drawTemplateRectangles(PageEngine &engine, const TemplateLayout &layout, QPointF origin,
+                            const std::function<bool(const PrintRect &)> &which) {
     for (int slot = 1; slot <= TemplateLayout::RectCapacity; ++slot) {
         const PrintRect &rect = layout.rect(slot);
-        if (!rect.rectVisible)
+        if (!rect.rectVisible || (which && !which(rect)))
             continue;
         engine.setBrushStyle(BrushStyles::Transparent);
         engine.setPenColor(rect.rectColor);
@@ -172,8 +189,9 @@ PageBands::PageBands(const TemplateLayout &layout, const ReportData &data)
         else if (inContainer(line.container, Container::footer()))
             m_footerLines.push_back(CustomLine::fromLine(line));
     }
-    m_headerHeight = layout.bandHeight(Container::header());
-    m_footerHeight = layout.bandHeight(Container::footer());
+    const PictureExtent pictures = printedPictures(m_pictureSizes);
+    m_headerHeight = layout.bandHeight(Container::header(), pictures);
+    m_footerHeight = layout.bandHeight(Container::footer(), pictures);
     m_pageFields = findPageFieldFlags(layout);
 }
 

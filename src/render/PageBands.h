@@ -1,6 +1,7 @@
 #pragma once
 
 #include "render/JobState.h"
+#include "render/PictureCache.h"
 #include "templates/PrintDefinitions.h"
 #include "templates/TemplateLayout.h"
 
@@ -35,6 +36,11 @@ QString value(const QString &caption, const ReportData &data, int pageNumber, in
 // order, decides; a page field in the page body sets neither flag.
 PageFieldFlags findPageFieldFlags(const TemplateLayout &layout);
 
+// Picture sizes exactly as the engine prints them (natural size at the file's resolution, scaled
+// by the size text), read through cache, which must outlive the answer. The renderers' bands and
+// the designer's canvas both measure pictures with it.
+PictureExtent printedPictures(PictureCache &cache);
+
 // Draws a template's line as the designer shows it: a bar of its width and height, drawn as one
 // line as thick as the bar's short side, in its colour and dash style, offset by origin.
 void drawTemplateLine(PageEngine &engine, const CustomLine &line, QPointF origin);
@@ -43,15 +49,17 @@ void drawTemplateLine(PageEngine &engine, const CustomLine &line, QPointF origin
 void drawTemplateLine(OutputHelpers &out, const CustomLine &line, QPointF origin);
 
 // Draws the template's visible rectangles (the geometry recorded when they were placed),
-// measured from origin (the page-body origin).
-void drawTemplateRectangles(PageEngine &engine, const TemplateLayout &layout, QPointF origin);
+// measured from origin (the page-body origin); with which, only those it picks.
+void drawTemplateRectangles(PageEngine &engine, const TemplateLayout &layout, QPointF origin,
+                            const std::function<bool(const PrintRect &)> &which = {});
 
 // The header and footer bands of one template: their boxes (page captions, notes and labels,
 // the logo, pictures), their lines, where they sit on the page and how tall they are. The cover,
 // body and summary renderers all draw their bands through it.
 //
 // The header band starts at (MarginLeft, MarginTop); the footer band ends at the bottom of the
-// printable area; each is as tall as its lowest box or line (see TemplateLayout).
+// printable area; each is as tall as its lowest printed box or line, a logo or picture counted
+// at the size it prints (see TemplateLayout).
 class PageBands {
 public:
     enum class Band { Header, Footer };
@@ -95,6 +103,7 @@ private:
 
     const TemplateLayout &m_layout;
     const ReportData &m_data;
+    PictureCache m_pictureSizes;
     FieldText m_fieldText;
     std::vector<CustomTemplate> m_headerBoxes;
     std::vector<CustomTemplate> m_footerBoxes;

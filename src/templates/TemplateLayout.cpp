@@ -3,6 +3,7 @@
 #include "base/RuntimeError.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -96,11 +97,37 @@ int TemplateLayout::visibleRectCount() const {
                              [](const PrintRect &rect) { return rect.rectVisible; }));
 }
 
-qint32 TemplateLayout::bandHeight(const QString &container) const {
+QString TemplateLayout::pictureSizeOf(const BoxInfo &box) const {
+    const QString size =
+        box.logo ? other.logoSize : (box.imgSize.isEmpty() ? other.imageSize : box.imgSize);
+    return size.isEmpty() ? QStringLiteral("100%") : size;
+}
+
+QString TemplateLayout::pictureFileOf(const BoxInfo &box) {
+    if (box.logo)
+        return box.logoFile;
+    return box.imgPlaced ? box.imgFileName : QString();
+}
+
+QRect TemplateLayout::printedRect(const BoxInfo &box, const PictureExtent &pictures) const {
+    const QRect own(box.left, box.top, box.width, box.height);
+    const QString file = pictureFileOf(box);
+    if (file.isEmpty() || !pictures)
+        return own;
+    const std::optional<QSizeF> size = pictures(file, pictureSizeOf(box));
+    if (!size)
+        return own;
+    return {box.left, box.top, qint32(std::lround(std::min(size->width(), 1e9))),
+            qint32(std::lround(std::min(size->height(), 1e9)))};
+}
+
+qint32 TemplateLayout::bandHeight(const QString &container, const PictureExtent &pictures) const {
     qint64 height = 0;
     for (const BoxInfo &box : m_boxes) {
-        if (box.placed && box.container == container)
-            height = std::max(height, qint64(box.top) + box.height);
+        if (box.placed && box.container == container) {
+            const QRect r = printedRect(box, pictures);
+            height = std::max(height, qint64(r.y()) + r.height());
+        }
     }
     for (const LineInfo &line : m_lines) {
         if (line.placed && line.container == container)
@@ -109,12 +136,14 @@ qint32 TemplateLayout::bandHeight(const QString &container) const {
     return qint32(std::min<qint64>(height, std::numeric_limits<qint32>::max()));
 }
 
-QPoint TemplateLayout::containerOrigin(const QString &container, const PageArea &area) const {
+QPoint TemplateLayout::containerOrigin(const QString &container, const PageArea &area,
+                                       const PictureExtent &pictures) const {
     if (container == Container::header())
         return {area.marginLeft, area.marginTop};
     if (container == Container::footer())
-        return {area.marginLeft, area.printableBottom() - bandHeight(Container::footer())};
-    return {area.marginLeft, area.marginTop + bandHeight(Container::header())};
+        return {area.marginLeft,
+                area.printableBottom() - bandHeight(Container::footer(), pictures)};
+    return {area.marginLeft, area.marginTop + bandHeight(Container::header(), pictures)};
 }
 
 } // namespace tavrel

@@ -7,9 +7,12 @@
 #include "templates/PrintRect.h"
 
 #include <QPoint>
+#include <QRect>
+#include <QSizeF>
 #include <QString>
 
 #include <array>
+#include <functional>
 
 namespace tavrel {
 
@@ -19,8 +22,11 @@ namespace tavrel {
 // - The printable area runs from (MarginLeft, MarginTop) to (PageWidth - MarginRight,
 //   PageHeight - MarginBottom); the page is Letter, 12240 x 15840 twips, turned for landscape.
 // - The header band "shpheaderfooter(0)" starts at the top-left corner of the printable area.
-//   A band is as tall as its contents: the lowest bottom (top + height) of its boxes and lines,
-//   0 when it holds none.
+//   A band is as tall as its contents: the lowest printed bottom of its boxes and lines, 0 when
+//   it holds none.
+// - A box prints over its own rectangle, except a logo or image box whose picture file prints:
+//   that one covers the picture at its printed size (`LogoSize` for the logo, the box's or the
+//   template's `ImageSize` for an image) from the box's top-left corner.
 // - "MainPort", the page body, starts at the left margin right below the header band:
 //   page y = MarginTop + header band height + top. Rectangles have no container and are
 //   measured from the MainPort origin as well.
@@ -72,6 +78,12 @@ struct PairWidthFields {
 // The widths of the pair box with this caption; none for any other caption.
 std::optional<PairWidthFields> pairWidthFields(const QString &caption);
 
+// The printed size in twips of a picture file at a size text ("75%"), or none when the file
+// does not print (no file, not a picture). The renderers and the designer answer it through the
+// same picture reader, so both see one size; without one, picture boxes keep their own size.
+using PictureExtent =
+    std::function<std::optional<QSizeF>(const QString &path, const QString &size)>;
+
 // One page layout: the template-wide values and the fixed-capacity element arrays, addressed by
 // 1-based slot numbers. Slot access outside the capacity throws RuntimeError 9 (subscript out
 // of range).
@@ -105,10 +117,18 @@ public:
     int placedLineCount() const;
     int visibleRectCount() const;
 
-    // Height of a band: the lowest bottom of its placed boxes and lines, 0 when empty.
-    qint32 bandHeight(const QString &container) const;
+    // The size text a logo or image box prints its picture at ("100%" when none is set).
+    QString pictureSizeOf(const BoxInfo &box) const;
+    // The picture file a box prints, empty for a box that shows no picture.
+    static QString pictureFileOf(const BoxInfo &box);
+    // The rectangle a box covers on the printed page, in twips of its container (see above).
+    QRect printedRect(const BoxInfo &box, const PictureExtent &pictures = {}) const;
+
+    // Height of a band: the lowest printed bottom of its placed boxes and lines, 0 when empty.
+    qint32 bandHeight(const QString &container, const PictureExtent &pictures = {}) const;
     // Where a container's top-left corner falls on the page, in page twips.
-    QPoint containerOrigin(const QString &container, const PageArea &area) const;
+    QPoint containerOrigin(const QString &container, const PageArea &area,
+                           const PictureExtent &pictures = {}) const;
 
     bool operator==(const TemplateLayout &) const = default;
 

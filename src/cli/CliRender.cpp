@@ -16,7 +16,13 @@
 #include <QElapsedTimer>
 #include <QFile>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 #include <array>
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -202,9 +208,30 @@ void writeExports(const AppContext &context, const ReportSelection &selection,
     }
 }
 
+// Ends the process once everything asked for is written and closed. A big job's document is
+// millions of small blocks; handing them back one by one takes seconds and gains nothing when
+// the process ends next. Under the sanitizers the ordinary return runs instead, so that their
+// leak check sees a full teardown.
+int finish(int status) {
+#if defined(__SANITIZE_ADDRESS__)
+    return status;
+#else
+    std::fflush(nullptr);
+    std::_Exit(status);
+#endif
+}
+
 } // namespace
 
 int runRender(const QStringList &args) {
+#if defined(__GLIBC__)
+    // Laying out and writing a big job frees and takes back the same few megabytes for every
+    // page; by default the C library hands them to the system each time and faults them in
+    // again. This process lives for one job, so it keeps what it has.
+    mallopt(M_TRIM_THRESHOLD, 512 * 1024 * 1024);
+    mallopt(M_MMAP_THRESHOLD, 64 * 1024 * 1024);
+    mallopt(M_TOP_PAD, 16 * 1024 * 1024);
+#endif
     if (wantsHelp(args)) {
         printOut(usageText());
         return 0;
@@ -254,7 +281,7 @@ int runRender(const QStringList &args) {
                      .arg(error.description()));
         return 1;
     }
-    return 0;
+    return finish(0);
 }
 
 } // namespace tavrel::cli

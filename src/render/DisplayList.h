@@ -4,6 +4,10 @@
 
 #include <QString>
 
+#include <algorithm>
+#include <initializer_list>
+#include <memory>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -43,6 +47,56 @@ struct TextLine {
     float width = 0;
 };
 
+// The lines of a text item. Nearly every item is one line (a cell, a caption), so one line is
+// held in place and only longer texts take a block of their own: a big job holds millions of
+// items, and a heap block per item cost more memory than the item itself.
+class TextLines {
+public:
+    TextLines() = default;
+    TextLines(const std::vector<TextLine> &lines) { assign(lines.data(), lines.size()); }
+    TextLines(std::initializer_list<TextLine> lines) { assign(lines.begin(), lines.size()); }
+    TextLines(const TextLines &other) { assign(other.begin(), other.size()); }
+    TextLines(TextLines &&other) noexcept
+        : m_one(other.m_one)
+        , m_many(std::move(other.m_many))
+        , m_size(std::exchange(other.m_size, 0)) {}
+    TextLines &operator=(const TextLines &other) {
+        if (this != &other)
+            assign(other.begin(), other.size());
+        return *this;
+    }
+    TextLines &operator=(TextLines &&other) noexcept {
+        m_one = other.m_one;
+        m_many = std::move(other.m_many);
+        m_size = std::exchange(other.m_size, 0);
+        return *this;
+    }
+
+    bool empty() const { return m_size == 0; }
+    std::size_t size() const { return m_size; }
+    const TextLine *begin() const { return m_many ? m_many.get() : &m_one; }
+    const TextLine *end() const { return begin() + m_size; }
+    const TextLine &operator[](std::size_t i) const { return begin()[i]; }
+    const TextLine &front() const { return *begin(); }
+    const TextLine &back() const { return begin()[m_size - 1]; }
+
+private:
+    void assign(const TextLine *lines, std::size_t count) {
+        m_many.reset();
+        m_size = quint32(count);
+        if (count == 1) {
+            m_one = lines[0];
+        } else if (count > 1) {
+            m_many = std::make_unique<TextLine[]>(count);
+            std::copy(lines, lines + count, m_many.get());
+        }
+    }
+
+    TextLine m_one;                     // the only line, when there is exactly one
+    std::unique_ptr<TextLine[]> m_many; // all lines, when there are more
+    quint32 m_size = 0;
+};
+
 struct TextItem {
     double x = 0;
     double y = 0;
@@ -50,7 +104,7 @@ struct TextItem {
     double height = 0;  // the box height; the laid-out height when the box grows to fit
     double textTop = 0; // top of the first line after vertical alignment
     QString text;
-    std::vector<TextLine> lines;
+    TextLines lines;
     int font = 0; // index into the document's font table
     int align = 0;
     ColorNumber color = BlackColor;

@@ -5,6 +5,7 @@
 #include <QHashFunctions>
 
 #include <algorithm>
+#include <iterator>
 
 namespace tavrel {
 
@@ -169,7 +170,25 @@ void PageEngine::EndDoc() {
 }
 
 void PageEngine::addPage() {
+    // Pages of one report hold about as many items as the page before, so a new page gets room
+    // for that many at once instead of growing by doubling, and a page that did grow gives back
+    // its unused room when it ends: a big job keeps thousands of pages. A few places stay
+    // free for what the page-field pass draws on top.
+    constexpr std::size_t OverlayRoom = 4;
+    constexpr std::size_t GrowthRoom = 16;
+    std::size_t expected = 0;
+    if (!m_pages.empty()) {
+        std::vector<PageItem> &last = m_pages.back().items;
+        expected = last.size();
+        if (last.capacity() > expected + OverlayRoom) {
+            std::vector<PageItem> fitted;
+            fitted.reserve(expected + OverlayRoom);
+            std::move(last.begin(), last.end(), std::back_inserter(fitted));
+            last = std::move(fitted);
+        }
+    }
     Page page;
+    page.items.reserve(expected + GrowthRoom);
     page.landscape = m_orientation == 1;
     page.width = page.landscape ? m_paperHeight : m_paperWidth;
     page.height = page.landscape ? m_paperWidth : m_paperHeight;

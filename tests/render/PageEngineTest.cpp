@@ -53,6 +53,8 @@ private slots:
     void pageLimitStopsAtTheFirstPagePastIt();
     void findTextFromAPageOn();
     void colourNumbersHaveRedInTheLowByte();
+    void textLinesSurviveCopyAndMove_data();
+    void textLinesSurviveCopyAndMove();
 };
 
 void PageEngineTest::pagesAndOrientation() {
@@ -303,6 +305,49 @@ void PageEngineTest::colourNumbersHaveRedInTheLowByte() {
     QCOMPARE(QColor(image.pixel(108, 108)), QColor(Qt::red));
     QCOMPARE(QColor(image.pixel(252, 108)), QColor(Qt::blue));
     QCOMPARE(QColor(image.pixel(20, 20)), QColor(Qt::white));
+}
+
+void PageEngineTest::textLinesSurviveCopyAndMove_data() {
+    QTest::addColumn<int>("count");
+    QTest::newRow("none") << 0;
+    QTest::newRow("one, held in the item") << 1;
+    QTest::newRow("three, in a block") << 3;
+}
+
+// Pages are copied to the preview and moved when a page's item array is refitted; the lines
+// of a text must come through both, whether held in the item or in a block of their own.
+void PageEngineTest::textLinesSurviveCopyAndMove() {
+    QFETCH(int, count);
+    std::vector<TextLine> lines;
+    for (int i = 0; i < count; ++i)
+        lines.push_back({i * 10, 10 - i, float(100 + i)});
+    const auto same = [&lines](const TextLines &got) {
+        if (got.size() != lines.size())
+            return false;
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            if (got[i].start != lines[i].start || got[i].length != lines[i].length ||
+                got[i].width != lines[i].width)
+                return false;
+        }
+        return std::equal(got.begin(), got.end(), lines.begin(), [](auto &a, auto &b) {
+            return a.start == b.start && a.length == b.length && a.width == b.width;
+        });
+    };
+    TextLines original(lines);
+    QVERIFY(same(original));
+    TextLines copy(original);
+    QVERIFY(same(copy));
+    QVERIFY(same(original));
+    TextLines moved(std::move(copy));
+    QVERIFY(same(moved));
+    QVERIFY(copy.empty()); // NOLINT(bugprone-use-after-move): a moved-from text has no lines
+    TextLines assigned{{7, 1, 1.0f}, {8, 1, 1.0f}};
+    assigned = original;
+    QVERIFY(same(assigned));
+    TextLines single{{9, 2, 3.0f}};
+    single = std::move(assigned);
+    QVERIFY(same(single));
+    QCOMPARE(original.empty(), count == 0);
 }
 
 TAVREL_TEST(PageEngineTest)

@@ -6,6 +6,7 @@
 #include "render/PageEngine.h"
 #include "render/PageLayouts.h"
 #include "render/PageReplay.h"
+#include "render/PdfNavigation.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -24,7 +25,7 @@ bool writePdf(const PageEngine &engine, const QString &path,
                            QStringLiteral("Cannot write %1").arg(path));
     struct Cancelled {};
     try {
-        TextFile::writeAtomically(path, [&](QIODevice &device) {
+        const auto paint = [&](QIODevice &device) {
             QPdfWriter writer(&device);
             // One device unit per twip: the display list is drawn as recorded.
             writer.setResolution(1440);
@@ -55,6 +56,11 @@ bool writePdf(const PageEngine &engine, const QString &path,
             if (!painter.end())
                 throw RuntimeError(ErrorNumber::PathFileAccessError,
                                    QStringLiteral("Cannot write %1").arg(path));
+        };
+        // Qt's PDF, then the outline, page labels and document information added (qpdf).
+        TextFile::writeAtomically(path, [&](QIODevice &device) {
+            PdfNavigation::write(device, QFileInfo(path).absolutePath(), engine.navigation(),
+                                 paint);
         });
     } catch (const Cancelled &) {
         return false;

@@ -166,6 +166,26 @@ QString exportSpreadsheet(const AppContext &context, const ReportSelection &sele
     return path;
 }
 
+QString saveSpreadsheet(const AppContext &context, const ReportSelection &selection,
+                        Prompter &prompter, const ExportOptions &options) {
+    if (selection.templates[1].isEmpty())
+        return {};
+    FileDialogRequest request;
+    request.title = QStringLiteral("Save the item list as a spreadsheet");
+    request.filter =
+        QStringLiteral("Excel workbook (*.xlsx)|*.xlsx|CSV (*.csv)|*.csv|All Files  (*.*)|*.*");
+    request.defaultExtension = QStringLiteral("xlsx");
+    request.folder = context.paths.pdfFolder;
+    request.fileName = spreadsheetFileName(selection, SpreadsheetFormat::Xlsx);
+    const std::optional<QString> path = prompter.saveFile(request);
+    if (!path || path->isEmpty())
+        return {};
+    const SpreadsheetFormat format = path->endsWith(QLatin1String(".csv"), Qt::CaseInsensitive)
+                                         ? SpreadsheetFormat::Csv
+                                         : SpreadsheetFormat::Xlsx;
+    return exportSpreadsheet(context, selection, prompter, *path, format, options);
+}
+
 } // namespace ReportExport
 
 } // namespace tavrel

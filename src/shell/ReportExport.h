@@ -64,6 +64,12 @@ QString exportSpreadsheet(const AppContext &context, const ReportSelection &sele
                           Prompter &prompter, const QString &path, SpreadsheetFormat format,
                           const ExportOptions &options = {});
 
+// Asks where to save the item list (a save dialog in the PDF folder; a name ending in ".csv"
+// writes CSV, any other an .xlsx workbook) and exports it there. Returns the path written, or ""
+// when the user cancelled or the selection names no body template. Throws as exportSpreadsheet.
+QString saveSpreadsheet(const AppContext &context, const ReportSelection &selection,
+                        Prompter &prompter, const ExportOptions &options = {});
+
 } // namespace ReportExport
 
 } // namespace tavrel

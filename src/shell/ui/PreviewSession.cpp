@@ -145,6 +145,14 @@ QString PreviewSession::rerunRtf() {
     }
 }
 
+void PreviewSession::exportSpreadsheet() {
+    try {
+        ReportExport::saveSpreadsheet(m_context, m_selection, m_prompter, exportOptions());
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("Spreadsheet Export."), error);
+    }
+}
+
 void PreviewSession::about() {
     showAbout(m_prompter);
 }

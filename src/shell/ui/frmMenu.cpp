@@ -5,6 +5,7 @@
 #include "base/RuntimeError.h"
 #include "shell/AppContext.h"
 #include "shell/JobPaths.h"
+#include "shell/ReportExport.h"
 #include "shell/ui/PreviewSession.h"
 #include "shell/ui/ReportActions.h"
 #include "shell/ui/ShutDown.h"
@@ -103,6 +104,14 @@ void frmMenu::buildCommands() {
         {QKeySequence(QStringLiteral("Ctrl+P"))});
     add(QStringLiteral("cmdPDF"), QStringLiteral("P&DF..."),
         QStringLiteral("Save the report as a PDF file"), [this] { exportPdf(); });
+    add(QStringLiteral("cmdSpreadsheet"), QStringLiteral("Spread&sheet..."),
+        QStringLiteral("Save the item list as a spreadsheet (.xlsx or .csv)"), [this] {
+            try {
+                ReportExport::saveSpreadsheet(m_context, selection(), m_prompter);
+            } catch (const RuntimeError &error) {
+                reportError(m_prompter, QStringLiteral("Spreadsheet Export."), error);
+            }
+        });
     add(QStringLiteral("cmdLoadGroup"), QStringLiteral("&Load Group..."),
         QStringLiteral("Load the three templates of a group file"), [this] { loadGroup(); });
     add(QStringLiteral("cmdSaveGroup"), QStringLiteral("Save &Group..."),
@@ -203,6 +212,7 @@ void frmMenu::buildUi() {
     addButton(QStringLiteral("cmdPrintPreview"))->setDefault(true);
     addButton(QStringLiteral("cmdPrint"));
     addButton(QStringLiteral("cmdPDF"));
+    addButton(QStringLiteral("cmdSpreadsheet"));
     buttons->addSpacing(12);
     addButton(QStringLiteral("cmdLoadGroup"));
     addButton(QStringLiteral("cmdSaveGroup"));

@@ -51,7 +51,8 @@ void PageEngine::Clear() {
     m_pictures.clear();
     m_measured.clear();
     m_pageNavBars.clear();
-    m_navigation.clear();
+    // The author and subject are the job's, set before it lays out; the anchors are the layout's.
+    m_navigation.anchors.clear();
     m_fontIndex = -1;
     m_documentOpen = false;
     m_currentPage = 0;

@@ -4,6 +4,7 @@
 #include "render/PageAnchors.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QIODevice>
 #include <QTemporaryFile>
 
@@ -35,6 +36,32 @@ public:
 
 private:
     QIODevice &m_device;
+};
+
+// Qt's writer ignores failed writes; this device remembers them, so that a full disk is reported
+// as one instead of as a damaged PDF qpdf cannot read.
+class CheckedFile : public QIODevice {
+public:
+    explicit CheckedFile(QFile &file)
+        : m_file(file) {
+        QIODevice::open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    }
+    bool shortWrite() const { return m_short; }
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char *, qint64) override { return -1; }
+    qint64 writeData(const char *data, qint64 length) override {
+        if (m_short || m_file.write(data, length) != length) {
+            m_short = true;
+            return -1;
+        }
+        return length;
+    }
+
+private:
+    QFile &m_file;
+    bool m_short = false;
 };
 
 QPDFObjectHandle unicode(const QString &text) {
@@ -127,14 +154,16 @@ void addInformation(QPDF &pdf, const DocumentNavigation &navigation) {
 
 namespace PdfNavigation {
 
-void write(QIODevice &device, const QString &folder, const DocumentNavigation &navigation,
+void write(QIODevice &device, const QString &path, const DocumentNavigation &navigation,
            const std::function<void(QIODevice &pdf)> &writePdf) {
-    QTemporaryFile plain(folder + QStringLiteral("/.tavrel-pdf-XXXXXX"));
-    if (!plain.open())
+    QTemporaryFile plain(QFileInfo(path).absoluteFilePath() + QStringLiteral(".XXXXXX"));
+    // Unbuffered, so that a short write shows at once (QTemporaryFile hides open(flags)).
+    if (!static_cast<QFile &>(plain).open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         throw RuntimeError(ErrorNumber::PathFileAccessError,
-                           QStringLiteral("Cannot write %1 (%2)").arg(folder, plain.errorString()));
-    writePdf(plain);
-    if (!plain.flush())
+                           QStringLiteral("Cannot write %1 (%2)").arg(path, plain.errorString()));
+    CheckedFile checked(plain);
+    writePdf(checked);
+    if (checked.shortWrite() || !plain.flush())
         throw RuntimeError(ErrorNumber::DiskFull,
                            QStringLiteral("Disk full (%1)").arg(plain.errorString()));
     try {

@@ -16,10 +16,11 @@ struct DocumentNavigation;
 // The pages, their text and the title Qt wrote stay as they are.
 namespace PdfNavigation {
 
-// Runs writePdf into a temporary file in folder, then writes that PDF with the navigation added
-// into device. Throws RuntimeError 75 when qpdf cannot read what Qt wrote; what writePdf throws
-// passes through.
-void write(QIODevice &device, const QString &folder, const DocumentNavigation &navigation,
+// Runs writePdf into a temporary file beside path (named as the program's atomic saves name
+// theirs, so that one a killed run left is cleared by the next save), then writes that PDF with
+// the navigation added into device. Throws RuntimeError 75 when qpdf cannot read what Qt wrote;
+// what writePdf throws passes through.
+void write(QIODevice &device, const QString &path, const DocumentNavigation &navigation,
            const std::function<void(QIODevice &pdf)> &writePdf);
 
 } // namespace PdfNavigation

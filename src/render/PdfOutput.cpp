@@ -59,8 +59,7 @@ bool writePdf(const PageEngine &engine, const QString &path,
         };
         // Qt's PDF, then the outline, page labels and document information added (qpdf).
         TextFile::writeAtomically(path, [&](QIODevice &device) {
-            PdfNavigation::write(device, QFileInfo(path).absolutePath(), engine.navigation(),
-                                 paint);
+            PdfNavigation::write(device, path, engine.navigation(), paint);
         });
     } catch (const Cancelled &) {
         return false;

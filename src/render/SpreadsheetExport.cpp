@@ -118,18 +118,21 @@ private:
             worksheet_write_number(sheet, row, column, *cell.number,
                                    format(SpreadsheetExport::numberFormat(cell), bold));
         } else if (!cell.text.isEmpty()) {
-            // Always a string cell: the text is shown as it is, never read as a formula.
-            worksheet_write_string(sheet, row, column, utf8(cellText(cell.text)).constData(),
-                                   format(QString(), bold));
+            // Always a string cell: the text is shown as it is, never read as a formula. A text
+            // of several lines wraps, so its lines stand under one another.
+            const QString text = cellText(cell.text);
+            worksheet_write_string(sheet, row, column, utf8(text).constData(),
+                                   format(QString(), bold, text.contains(QLatin1Char('\n'))));
         } else if (bold) {
             worksheet_write_blank(sheet, row, column, format(QString(), bold));
         }
     }
 
-    lxw_format *format(const QString &numberFormat, bool bold) {
-        if (numberFormat.isEmpty() && !bold)
+    lxw_format *format(const QString &numberFormat, bool bold, bool wrap = false) {
+        if (numberFormat.isEmpty() && !bold && !wrap)
             return nullptr;
-        const QString key = (bold ? QLatin1Char('b') : QLatin1Char('n')) + numberFormat;
+        const QString key = QString(bold ? QLatin1Char('b') : QLatin1Char('n')) +
+                            (wrap ? QLatin1Char('w') : QLatin1Char('n')) + numberFormat;
         if (lxw_format *known = m_formats.value(key))
             return known;
         lxw_format *made = workbook_add_format(m_book);
@@ -137,6 +140,8 @@ private:
             format_set_num_format(made, utf8(numberFormat).constData());
         if (bold)
             format_set_bold(made);
+        if (wrap)
+            format_set_text_wrap(made);
         m_formats.insert(key, made);
         return made;
     }

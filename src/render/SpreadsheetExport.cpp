@@ -91,10 +91,18 @@ public:
         worksheet_fit_to_pages(sheet, 1, 0);
         lxw_row_t rowNumber = 0;
         for (const SheetRow &row : table.rows) {
-            if (row.outlineLevel() > 0) {
+            // A row of several-line texts is made tall enough for them: not every reader
+            // grows a row for its wrapped cells.
+            qsizetype lines = 1;
+            for (const SheetCell &cell : row.cells) {
+                if (!cell.number)
+                    lines = std::max(lines, cellText(cell.text).count(QLatin1Char('\n')) + 1);
+            }
+            if (row.outlineLevel() > 0 || lines > 1) {
                 lxw_row_col_options options{};
                 options.level = uint8_t(row.outlineLevel());
-                worksheet_set_row_opt(sheet, rowNumber, LXW_DEF_ROW_HEIGHT, nullptr, &options);
+                worksheet_set_row_opt(sheet, rowNumber, LXW_DEF_ROW_HEIGHT * double(lines), nullptr,
+                                      &options);
             }
             lxw_col_t column = 0;
             for (const SheetCell &cell : row.cells) {

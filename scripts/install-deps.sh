@@ -24,6 +24,8 @@ runtime=(
     shared-mime-info xdg-utils
     # tavrel-cli --print hands its PDF to CUPS's lp
     cups-client
+    # the spreadsheet export (.xlsx) and the PDF outline and document information
+    libxlsxwriter4 libqpdf29
 )
 
 build=(
@@ -32,6 +34,7 @@ build=(
     # Qt 6 development files and xcb for the parent-window closer
     qt6-base-dev libxcb1-dev
     libdivsufsort-dev
+    libxlsxwriter-dev libqpdf-dev
     # the user guide (Markdown to HTML), compressed man pages, the .deb (dpkg-shlibdeps)
     cmark-gfm gzip dpkg-dev
 )
@@ -47,6 +50,8 @@ test=(
     libfile-mimeinfo-perl desktop-file-utils lintian
     # real clients of the HTML and RTF exports
     chromium libreoffice-writer-nogui
+    # the spreadsheet export read back by a real client; the PDF outline checked with qpdf
+    libreoffice-calc-nogui qpdf unzip
     # fuzzing the readers (libFuzzer with the sanitizers)
     clang libclang-rt-14-dev
     # benchmarks; the user guide's screenshots (scripts/guide-screenshots.sh)

@@ -35,7 +35,8 @@ QString usageText() {
         "Usage: tavrel-cli render JOBFILE [--cover T|none] [--body T|none] [--summary T|none]\n"
         "                         [--pdf FILE] [--png DIR [--dpi N]] [--dump FILE.json] "
         "[--print]\n"
-        "                         [--html [DIR]] [--rtf [DIR]] [--no-open]\n\n"
+        "                         [--html [DIR]] [--rtf [DIR]] [--xlsx FILE] [--csv FILE]\n"
+        "                         [--no-open]\n\n"
         "Loads the job as start-up does (no window), runs the print job over the print\n"
         "selection of the job file (section \"Printer\": \"Cover Template\", \"Cover "
         "Printable\", ...)\n"
@@ -55,6 +56,12 @@ QString usageText() {
         "  --rtf [DIR]                  the body pages alone as one RTF file in DIR (default: "
         "the\n"
         "                               RTF folder of the settings), TEMPLATECst.rtf\n"
+        "  --xlsx FILE                  the item list of the body template as a spreadsheet: "
+        "items,\n"
+        "                               option lines, subtotals and totals; the order header "
+        "and\n"
+        "                               additional charges on a second sheet\n"
+        "  --csv FILE                   the same item list as CSV (UTF-8)\n"
         "  --no-open                    do not hand the exported file to the desktop\n"
         "Progress goes to standard error.\n");
 }
@@ -69,11 +76,13 @@ struct RenderOptions {
     bool print = false;
     std::optional<QString> html; // the export folder; "" for the settings' folder
     std::optional<QString> rtf;
+    QString xlsx;
+    QString csv;
     bool open = true;
 
     bool wantsLayout() const {
         return !pdf.isEmpty() || !pngFolder.isEmpty() || !dump.isEmpty() || print ||
-               (!html && !rtf);
+               (!html && !rtf && xlsx.isEmpty() && csv.isEmpty());
     }
 };
 
@@ -99,7 +108,8 @@ QString parseOptions(const QStringList &args, RenderOptions &options) {
         const bool hasValue = i + 1 < args.size();
         const qsizetype section = sectionOptions.indexOf(arg);
         if (section >= 0 || arg == QLatin1String("--pdf") || arg == QLatin1String("--png") ||
-            arg == QLatin1String("--dpi") || arg == QLatin1String("--dump")) {
+            arg == QLatin1String("--dpi") || arg == QLatin1String("--dump") ||
+            arg == QLatin1String("--xlsx") || arg == QLatin1String("--csv")) {
             if (!hasValue)
                 return QStringLiteral("%1 needs a value").arg(arg);
             const QString value = args.at(++i);
@@ -111,6 +121,10 @@ QString parseOptions(const QStringList &args, RenderOptions &options) {
                 options.pngFolder = value;
             else if (arg == QLatin1String("--dump"))
                 options.dump = value;
+            else if (arg == QLatin1String("--xlsx"))
+                options.xlsx = value;
+            else if (arg == QLatin1String("--csv"))
+                options.csv = value;
             else {
                 bool ok = false;
                 options.dpi = value.toDouble(&ok);
@@ -205,6 +219,23 @@ void writeExports(const AppContext &context, const ReportSelection &selection,
             printErr(QStringLiteral("RTF: no body template, nothing written\n"));
         else
             printErr(QStringLiteral("RTF: %1\n").arg(written));
+    }
+    const std::pair<const QString &, ReportExport::SpreadsheetFormat> sheets[] = {
+        {options.xlsx, ReportExport::SpreadsheetFormat::Xlsx},
+        {options.csv, ReportExport::SpreadsheetFormat::Csv},
+    };
+    for (const auto &[path, format] : sheets) {
+        if (path.isEmpty())
+            continue;
+        const QString written = ReportExport::exportSpreadsheet(context, selection, prompter, path,
+                                                                format, exportOptions);
+        const QString kind = format == ReportExport::SpreadsheetFormat::Xlsx
+                                 ? QStringLiteral("XLSX")
+                                 : QStringLiteral("CSV");
+        if (written.isEmpty())
+            printErr(kind + QStringLiteral(": no body template, nothing written\n"));
+        else
+            printErr(kind + QStringLiteral(": %1\n").arg(written));
     }
 }
 

@@ -20,6 +20,9 @@ public:
     // wrote (the engine's export file name), or an empty text when nothing was written. The
     // window opens the file.
     virtual QString rerunRtf() = 0;
+    // Asks where to save the item list of the job's body template as a spreadsheet, writes it
+    // and opens it; nothing when the job has no body template.
+    virtual void exportSpreadsheet() {}
     virtual void about() = 0;
     virtual void help() = 0;
 };

@@ -82,6 +82,14 @@ void frmPrintpreview::buildCommands() {
                        QStringLiteral("Export the report as an RTF document and open it"),
                        [this] { exportRtf(); })
                    .withIconText(QStringLiteral("RTF"))));
+    m_commands.add(
+        output(command(QStringLiteral("mnuSpreadsheet"), QStringLiteral("Export &Spreadsheet..."),
+                       QString(), QStringLiteral("Save the item list as a spreadsheet and open it"),
+                       [this] {
+                           if (outputAllowed())
+                               m_actions.exportSpreadsheet();
+                       })
+                   .withIconText(QStringLiteral("XLSX"))));
     m_commands.add(command(QStringLiteral("mnuExit"), QStringLiteral("&Close Preview"),
                            QStringLiteral("Esc"), QStringLiteral("Close the preview"),
                            [this] { close(); })
@@ -166,8 +174,8 @@ QStringList frmPrintpreview::modeCommands() {
 void frmPrintpreview::buildMenus() {
     m_commands.fill(menuBar()->addMenu(QStringLiteral("&File")),
                     {QStringLiteral("mnuPrint"), QStringLiteral("mnuViewPDF"),
-                     QStringLiteral("mnuHTML"), QStringLiteral("mnuRTF"), QString(),
-                     QStringLiteral("mnuExit")});
+                     QStringLiteral("mnuHTML"), QStringLiteral("mnuRTF"),
+                     QStringLiteral("mnuSpreadsheet"), QString(), QStringLiteral("mnuExit")});
 
     QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
     m_commands.fill(view, {QStringLiteral("mnuViewFirst"), QStringLiteral("mnuViewPrevious"),

@@ -3,6 +3,7 @@
 #include "render/BodyRendererLayout.h"
 #include "render/HtmlFragments.h"
 #include "render/OutputHelpers.h"
+#include "render/PageAnchors.h"
 #include "render/PageEngine.h"
 #include "render/ReportData.h"
 #include "spec/FieldCatalog.h"
@@ -101,6 +102,7 @@ void BodyRenderer::prepare(PageEngine &engine) {
                          return a.tTop != b.tTop ? a.tTop < b.tTop : a.tLeft < b.tLeft;
                      });
     buildCellGrid();
+    m_groupStarts = m_data.spec ? subtotalGroupStarts(*m_data.spec) : QHash<int, QString>();
 }
 
 void BodyRenderer::buildCellGrid() {

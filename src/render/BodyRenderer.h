@@ -8,6 +8,7 @@
 #include "templates/PrintDefinitions.h"
 #include "templates/TemplateLayout.h"
 
+#include <QHash>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -125,6 +126,8 @@ private:
     std::vector<CustomTemplate> m_totalBoxes;
     // Cell texts: one list per entry of m_rowColumns, one text per record (index record - 1).
     std::vector<std::vector<QString>> m_cells;
+    // The first record of each subtotal group and its outline title (PageAnchors.h).
+    QHash<int, QString> m_groupStarts;
     PictureCache m_pictureSizes;
     QSet<QString> m_reportedPictures; // item pictures that could not be loaded, reported once
     std::vector<RenderDiagnostic> m_diagnostics;

@@ -55,6 +55,8 @@ void BodyRenderer::drawRecord(OutputHelpers &out, int record) {
                                 FooterReserve - m_firstRowY;
         breakIfNeeded(out,
                       rowHeight + linesHeight <= pageRoom ? rowHeight + linesHeight : rowHeight);
+        if (const auto group = m_groupStarts.constFind(record); group != m_groupStarts.cend())
+            out.engine().addAnchor(*group, 2, m_y);
         drawRow(out, record, subtotal, rowHeight);
         m_y += rowHeight;
         ++m_rowsOnPage;

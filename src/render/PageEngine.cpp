@@ -52,6 +52,8 @@ void PageEngine::Clear() {
     m_pictures.clear();
     m_measured.clear();
     m_pageNavBars.clear();
+    // The author and subject are the job's, set before it lays out; the anchors are the layout's.
+    m_navigation.anchors.clear();
     m_fontIndex = -1;
     m_documentOpen = false;
     m_currentPage = 0;
@@ -59,6 +61,11 @@ void PageEngine::Clear() {
     m_previewPage = 0;
     m_currentY = 0;
     m_textHeight = 0;
+}
+
+void PageEngine::addAnchor(const QString &title, int level, double y) {
+    m_navigation.anchors.push_back(
+        {title, level, m_overlayPage ? m_overlayPage : m_currentPage, y});
 }
 
 void PageEngine::setDocName(const QString &name) {

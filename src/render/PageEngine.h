@@ -2,6 +2,7 @@
 
 #include "render/DisplayList.h"
 #include "render/FontTable.h"
+#include "render/PageAnchors.h"
 #include "render/PictureCache.h"
 #include "render/TextLayout.h"
 
@@ -167,6 +168,12 @@ public:
     // published. A batch of a shorter document drops the pages beyond it.
     void adoptPages(PageBatch batch);
 
+    // Navigation: a named place at y on the page being drawn (PageAnchors.h), and the document
+    // information the PDF gets; cleared with the document.
+    void addAnchor(const QString &title, int level, double y);
+    DocumentNavigation &navigation() { return m_navigation; }
+    const DocumentNavigation &navigation() const { return m_navigation; }
+
     // The recorded document, for the backends.
     const Page &page(int number) const; // 1-based
     const std::vector<Page> &pages() const { return m_pages; }
@@ -235,6 +242,7 @@ private:
     std::vector<std::pair<int, NewPageListener>> m_newPageListeners;
     int m_nextListenerId = 1;
     CallTrace m_trace;
+    DocumentNavigation m_navigation;
 };
 
 } // namespace tavrel

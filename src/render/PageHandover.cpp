@@ -16,6 +16,7 @@ PageBatch copyPages(const PageEngine &engine, int first, int last) {
     batch.firstPage = first;
     batch.documentPages = int(pages.size());
     batch.docName = engine.DocName();
+    batch.navigation = engine.navigation();
     const FontTable &fonts = engine.fonts();
     batch.fonts.reserve(std::size_t(fonts.size()));
     for (int i = 0; i < fonts.size(); ++i)
@@ -41,6 +42,7 @@ void PageEngine::adoptPages(PageBatch batch) {
     if (batch.documentPages < int(m_pages.size()))
         m_pages.resize(std::size_t(batch.documentPages));
     m_docName = batch.docName;
+    m_navigation = std::move(batch.navigation);
     // The batch's font numbers become this document's.
     std::vector<int> fontIndex;
     fontIndex.reserve(batch.fonts.size());

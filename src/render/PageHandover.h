@@ -2,6 +2,7 @@
 
 #include "render/DisplayList.h"
 #include "render/FontTable.h"
+#include "render/PageAnchors.h"
 #include "render/PictureCache.h"
 
 #include <QString>
@@ -24,6 +25,7 @@ struct PageBatch {
     std::vector<std::pair<QString, PictureCache::Picture>> pictures; // those the pages draw
     int documentPages = 0; // pages of the source document when the batch was made
     QString docName;
+    DocumentNavigation navigation; // the outline so far and the document information
 };
 
 // Copies pages first..last (1-based, inclusive) of engine, on the thread that owns engine.

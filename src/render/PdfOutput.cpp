@@ -6,6 +6,7 @@
 #include "render/PageEngine.h"
 #include "render/PageLayouts.h"
 #include "render/PageReplay.h"
+#include "render/PdfNavigation.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -75,7 +76,7 @@ bool writePdf(const PageEngine &engine, const QString &path,
                            QStringLiteral("Cannot write %1").arg(path));
     struct Cancelled {};
     try {
-        TextFile::writeAtomically(path, [&](QIODevice &file) {
+        const auto paint = [&](QIODevice &file) {
             BlockWrites device(file);
             QPdfWriter writer(&device);
             // One device unit per twip: the display list is drawn as recorded.
@@ -108,6 +109,12 @@ bool writePdf(const PageEngine &engine, const QString &path,
                 throw RuntimeError(ErrorNumber::PathFileAccessError,
                                    QStringLiteral("Cannot write %1").arg(path));
             device.flushBlock(); // a short write shows in the file's own record
+        };
+        // Qt's PDF, then the outline, page labels and document information added (qpdf).
+        TextFile::writeAtomically(path, [&](QIODevice &file) {
+            BlockWrites device(file);
+            PdfNavigation::write(device, path, engine.navigation(), paint);
+            device.flushBlock();
         });
     } catch (const Cancelled &) {
         return false;

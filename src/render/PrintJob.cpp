@@ -86,6 +86,7 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
     const bool body = job.bodyPrintable && sections.body;
     const bool summary = job.summaryPrintable && sections.summary;
     if (cover) {
+        engine.addAnchor(QStringLiteral("Cover"), 1, 0);
         sections.cover->render(out);
         job.coverPageCount = Conversions::toInt16(sections.cover->pageCount());
         job.coverPageFields = sections.cover->pageFields();
@@ -96,6 +97,7 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
                 callbacks.yieldToUi();
             engine.NewPage();
         }
+        engine.addAnchor(QStringLiteral("Specification"), 1, 0);
         sections.body->render(out);
         job.bodyPageCount = Conversions::toInt16(sections.body->pageCount());
         job.bodyPageFields = sections.body->pageFields();
@@ -103,6 +105,7 @@ void PrintDocument(OutputHelpers &out, JobState &job, const PrintSettings &setti
     if (summary && !job.cancelRequested()) {
         if (cover || body)
             engine.NewPage();
+        engine.addAnchor(QStringLiteral("Summary"), 1, 0);
         sections.summary->render(out);
         job.summaryPageCount = Conversions::toInt16(sections.summary->pageCount());
         job.summaryPageFields = sections.summary->pageFields();

@@ -4,8 +4,10 @@
 #include "render/ExportFiles.h"
 #include "render/ExportMarkupWriter.h"
 #include "render/PageEngine.h"
+#include "render/SpreadsheetExport.h"
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
+#include "templates/TemplateReader.h"
 
 #include <QDir>
 
@@ -130,6 +132,67 @@ QString exportRtf(const AppContext &context, const ReportSelection &selection, P
             options.openResult(opened);
     }
     return run.path;
+}
+
+QString spreadsheetFileName(const ReportSelection &selection, SpreadsheetFormat format) {
+    const QString name = selection.templates[1].isEmpty()
+                             ? QStringLiteral("Report")
+                             : templateName(selection.templates[1]) + QLatin1String("Cst");
+    return name +
+           (format == SpreadsheetFormat::Xlsx ? QLatin1String(".xlsx") : QLatin1String(".csv"));
+}
+
+QString exportSpreadsheet(const AppContext &context, const ReportSelection &selection,
+                          Prompter &prompter, const QString &path, SpreadsheetFormat format,
+                          const ExportOptions &options) {
+    if (selection.templates[1].isEmpty())
+        return {};
+    // The inputs the body renderer reads (an empty selection reads no template), and the body
+    // template read once, as a job reads it.
+    const ReportJob report(context, ReportSelection{}, prompter, reportTimeOf(options));
+    const TemplateLayout body = TemplateReader::load(selection.templates[1], prompter);
+    const SheetTable items = SpreadsheetTable::items(body, report.data());
+    if (format == SpreadsheetFormat::Csv) {
+        SpreadsheetExport::writeCsv(path, items);
+    } else {
+        SpreadsheetProperties properties;
+        properties.title = context.paths.activeDocumentName.isEmpty()
+                               ? templateName(selection.templates[1])
+                               : context.paths.activeDocumentName;
+        properties.author = report.data().companyName;
+        properties.subject = QStringLiteral("Specification");
+        SpreadsheetExport::writeXlsx(path, {items, SpreadsheetTable::order(report.data())},
+                                     properties);
+    }
+    if (options.openWhenDone)
+        prompter.openDocument(path, spreadsheetDescription(path));
+    return path;
+}
+
+QString spreadsheetDescription(const QString &path) {
+    return path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive)
+               ? QStringLiteral("Cst.csv spreadsheet")
+               : QStringLiteral("Cst.xlsx spreadsheet");
+}
+
+QString saveSpreadsheet(const AppContext &context, const ReportSelection &selection,
+                        Prompter &prompter, const ExportOptions &options) {
+    if (selection.templates[1].isEmpty())
+        return {};
+    FileDialogRequest request;
+    request.title = QStringLiteral("Save the item list as a spreadsheet");
+    request.filter =
+        QStringLiteral("Excel workbook (*.xlsx)|*.xlsx|CSV (*.csv)|*.csv|All Files  (*.*)|*.*");
+    request.defaultExtension = QStringLiteral("xlsx");
+    request.folder = context.paths.pdfFolder;
+    request.fileName = spreadsheetFileName(selection, SpreadsheetFormat::Xlsx);
+    const std::optional<QString> path = prompter.saveFile(request);
+    if (!path || path->isEmpty())
+        return {};
+    const SpreadsheetFormat format = path->endsWith(QLatin1String(".csv"), Qt::CaseInsensitive)
+                                         ? SpreadsheetFormat::Csv
+                                         : SpreadsheetFormat::Xlsx;
+    return exportSpreadsheet(context, selection, prompter, *path, format, options);
 }
 
 } // namespace ReportExport

@@ -49,6 +49,31 @@ QString exportHtml(const AppContext &context, const ReportSelection &selection, 
 QString exportRtf(const AppContext &context, const ReportSelection &selection, Prompter &prompter,
                   const QString &directory, const ExportOptions &options = {});
 
+// The spreadsheet exports of the item list.
+enum class SpreadsheetFormat { Xlsx, Csv };
+
+// The file name a spreadsheet export of the selection gets by default: the body template's
+// name + "Cst" + ".xlsx" or ".csv".
+QString spreadsheetFileName(const ReportSelection &selection, SpreadsheetFormat format);
+
+// Writes the item list of the selection's body template as it prints on the body pages (see
+// SpreadsheetTable) to path: an .xlsx workbook with the items and, on a second sheet, the order
+// header and additional charges; or the items alone as CSV. Returns path, or "" and writes
+// nothing when the selection names no body template. Throws RuntimeError when the template
+// cannot be read or the file cannot be written; an existing file is replaced only by a
+// complete new one.
+QString exportSpreadsheet(const AppContext &context, const ReportSelection &selection,
+                          Prompter &prompter, const QString &path, SpreadsheetFormat format,
+                          const ExportOptions &options = {});
+
+// Asks where to save the item list (a save dialog in the PDF folder; a name ending in ".csv"
+// writes CSV, any other an .xlsx workbook) and exports it there. Returns the path written, or ""
+// when the user cancelled or the selection names no body template. Throws as exportSpreadsheet.
+// How the desktop is told what a written spreadsheet is (Prompter::openDocument), from its name.
+QString spreadsheetDescription(const QString &path);
+QString saveSpreadsheet(const AppContext &context, const ReportSelection &selection,
+                        Prompter &prompter, const ExportOptions &options = {});
+
 } // namespace ReportExport
 
 } // namespace tavrel

@@ -137,6 +137,11 @@ void ReportJob::runDocument(PageEngine &engine, const PrintCallbacks &callbacks,
     if (m_templateError)
         throw *m_templateError;
     OutputHelpers out(engine, m_job, fragments);
+    // The PDF's document information: who the report is from and which document it prints.
+    engine.navigation().author = m_data.companyName;
+    engine.navigation().subject =
+        QFileInfo(m_data.activeDocument.isEmpty() ? m_data.sifPath : m_data.activeDocument)
+            .completeBaseName();
     PrintDocument(out, m_job, m_settings, {m_cover.get(), m_body.get(), m_summary.get()},
                   callbacks);
 }

@@ -73,6 +73,7 @@ private slots:
     void saveAsDefault();
     void designerNamesUntitled();
     void helpOpensTheGuide();
+    void spreadsheetAsksThenWritesAndOpens();
 };
 
 void MainWindowTest::startsWithDefaultsWrittenBack() {
@@ -358,6 +359,31 @@ void MainWindowTest::helpOpensTheGuide() {
     QCOMPARE(opened.size(), 1);
     QCOMPARE(opened.first().text,
              QFileInfo(QString(TAVREL_BIN_DIR "/../doc/guide/index.html")).canonicalFilePath());
+}
+
+// Spreadsheet... asks where to save (the body template's name proposed), writes the format the
+// chosen name ends in, and hands the file to the desktop.
+void MainWindowTest::spreadsheetAsksThenWritesAndOpens() {
+    Fixture f;
+    QFile::remove(f.templatePath("Classic Customer.cst"));
+    QVERIFY(QFile::copy(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"),
+                        f.templatePath("Classic Customer.cst")));
+    frmMenu window(f.context, f.prompter, f.actions);
+    const QString csv = f.dir.filePath("items.csv");
+    f.prompter.queueFile(csv);
+    QVERIFY(window.dispatch("cmdSpreadsheet"));
+    QCOMPARE(f.prompter.calls("saveFile").first().file.fileName,
+             QString("Classic CustomerCst.xlsx"));
+    QVERIFY(f.prompter.messages().isEmpty());
+    const QByteArray bytes = testsupport::readBytes(csv);
+    QCOMPARE(bytes.left(bytes.indexOf("\r\n")),
+             QByteArray("\xEF\xBB\xBFPart Number,Part Description,Option,Option "
+                        "Description,Note,Note Description,Mfg,Qty,"
+                        "List$,EXT List$,Cust$,EXT Cust$"));
+    const QList<ScriptedPrompter::Call> opened = f.prompter.calls("openDocument");
+    QCOMPARE(opened.size(), 1);
+    QCOMPARE(opened.first().text, csv);
+    QVERIFY(f.actions.calls.isEmpty());
 }
 
 TAVREL_TEST(MainWindowTest)

@@ -78,10 +78,10 @@ struct NoPreviewActions : PreviewActions {
 
 // Every command the preview's dispatcher has ever known, as menus, tools and tests spell them.
 const QStringList previewCommands = {
-    "mnuPrint",   "mnuExit",     "mnuAbout",        "mnuHelpTopic", "mnuViewPDF",   "mnuHTML",
-    "mnuRTF",     "mnuViewNext", "mnuViewPrevious", "mnuViewLast",  "mnuViewFirst", "mnuFindText",
-    "mnuThumb",   "mnuTwopages", "mnuWholePage",    "mnuPageWidth", "mnuStretch",   "mnuZoomIn",
-    "mnuZoomOut", "mnuZoomPg",   "mnuZoom%",        "mnuPercentage"};
+    "mnuPrint",   "mnuExit",     "mnuAbout",        "mnuHelpTopic",  "mnuViewPDF",    "mnuHTML",
+    "mnuRTF",     "mnuViewNext", "mnuViewPrevious", "mnuViewLast",   "mnuViewFirst",  "mnuFindText",
+    "mnuThumb",   "mnuTwopages", "mnuWholePage",    "mnuPageWidth",  "mnuStretch",    "mnuZoomIn",
+    "mnuZoomOut", "mnuZoomPg",   "mnuZoom%",        "mnuPercentage", "mnuSpreadsheet"};
 
 // Every command the designer's dispatchers have ever known.
 const QStringList designerCommands = {
@@ -109,9 +109,10 @@ const QStringList designerCommands = {
 
 // Every command of the main window: its buttons, the designer's menu and the shortcuts.
 const QStringList mainWindowCommands = {
-    "cmdPrint",         "cmdPrintPreview",  "cmdPDF",           "cmdLoadGroup",     "cmdSaveGroup",
-    "cmdSaveAsDefault", "cmdProperties",    "cmdCancel",        "cmdOpen(0)",       "cmdOpen(1)",
-    "cmdOpen(2)",       "imgPagelayout(0)", "imgPagelayout(1)", "imgPagelayout(2)", "mnuHelpTopic"};
+    "cmdPrint",         "cmdPrintPreview",  "cmdPDF",        "cmdLoadGroup",
+    "cmdSaveGroup",     "cmdSaveAsDefault", "cmdProperties", "cmdCancel",
+    "cmdOpen(0)",       "cmdOpen(1)",       "cmdOpen(2)",    "imgPagelayout(0)",
+    "imgPagelayout(1)", "imgPagelayout(2)", "mnuHelpTopic",  "cmdSpreadsheet"};
 
 QStringList sorted(QStringList names) {
     names.sort();

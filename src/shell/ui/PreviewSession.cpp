@@ -2,8 +2,8 @@
 
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
-#include "base/ui/UserGuide.h"
 #include "base/ui/OutputNotice.h"
+#include "base/ui/UserGuide.h"
 #include "preview/frmPrintpreview.h"
 #include "print/PrinterOutput.h"
 #include "render/LayoutJob.h"
@@ -157,6 +157,20 @@ QString PreviewSession::rerunRtf() {
     } catch (const RuntimeError &error) {
         reportError(m_prompter, QStringLiteral("RTF Export."), error);
         return {};
+    }
+}
+
+void PreviewSession::exportSpreadsheet() {
+    try {
+        ExportOptions options = exportOptions();
+        options.openWhenDone = false; // opened below, with the confirmation
+        const QString path =
+            ReportExport::saveSpreadsheet(m_context, m_selection, m_prompter, options);
+        if (!path.isEmpty())
+            openAndConfirmOutput(m_prompter, QStringLiteral("Spreadsheet"), path,
+                                 ReportExport::spreadsheetDescription(path));
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("Spreadsheet Export."), error);
     }
 }
 

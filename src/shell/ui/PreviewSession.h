@@ -38,6 +38,7 @@ public:
     void print() override;
     void rerunHtml() override;
     QString rerunRtf() override;
+    void exportSpreadsheet() override;
     void about() override;
     void help() override;
 

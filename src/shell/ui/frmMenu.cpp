@@ -3,10 +3,11 @@
 #include "base/ErrorReport.h"
 #include "base/Prompter.h"
 #include "base/RuntimeError.h"
-#include "base/ui/UserGuide.h"
 #include "base/ui/OutputNotice.h"
+#include "base/ui/UserGuide.h"
 #include "shell/AppContext.h"
 #include "shell/JobPaths.h"
+#include "shell/ReportExport.h"
 #include "shell/ui/PreviewSession.h"
 #include "shell/ui/ReportActions.h"
 #include "shell/ui/ShutDown.h"
@@ -119,6 +120,12 @@ void frmMenu::buildCommands() {
                                          [this] { exportPdf(); })
                        .withToolTip(output(QStringLiteral("Save the report as a PDF file")))
                        .enabledWhen([this] { return !viewOnly(); }));
+    m_commands.add(
+        CommandTable::command(QStringLiteral("cmdSpreadsheet"), QStringLiteral("Spread&sheet..."),
+                              [this] { exportSpreadsheet(); })
+            .withToolTip(
+                output(QStringLiteral("Save the item list as a spreadsheet (.xlsx or .csv)")))
+            .enabledWhen([this] { return !viewOnly(); }));
     add(QStringLiteral("cmdLoadGroup"), QStringLiteral("&Load Group..."),
         QStringLiteral("Load the three templates of a group file"), [this] { loadGroup(); });
     add(QStringLiteral("cmdSaveGroup"), QStringLiteral("Save &Group..."),
@@ -220,6 +227,7 @@ void frmMenu::buildUi() {
     addButton(QStringLiteral("cmdPrintPreview"))->setDefault(true);
     addButton(QStringLiteral("cmdPrint"));
     addButton(QStringLiteral("cmdPDF"));
+    addButton(QStringLiteral("cmdSpreadsheet"));
     buttons->addSpacing(12);
     addButton(QStringLiteral("cmdLoadGroup"));
     addButton(QStringLiteral("cmdSaveGroup"));
@@ -464,6 +472,30 @@ void frmMenu::exportPdf() {
     // The actions replace this with the confirmation, or clear it.
     m_prompter.status(QStringLiteral("Creating ") + *path);
     m_actions.exportPdf(s, *path);
+}
+
+void frmMenu::exportSpreadsheet() {
+    // As for the PDF: refusals first, then the file dialog, then the confirmation.
+    if (viewOnly()) {
+        m_prompter.status(viewOnlyRefusalText());
+        return;
+    }
+    const ReportSelection s = selection();
+    if (s.templates[1].isEmpty()) {
+        warn(QStringLiteral("Choose a body template first: the spreadsheet lists its columns."));
+        return;
+    }
+    try {
+        ExportOptions options;
+        options.openWhenDone = false;
+        const QString path = ReportExport::saveSpreadsheet(m_context, s, m_prompter, options);
+        if (path.isEmpty())
+            return;
+        openAndConfirmOutput(m_prompter, QStringLiteral("Spreadsheet"), path,
+                             ReportExport::spreadsheetDescription(path));
+    } catch (const RuntimeError &error) {
+        reportError(m_prompter, QStringLiteral("Spreadsheet Export."), error);
+    }
 }
 
 void frmMenu::openDesigner(int row) {

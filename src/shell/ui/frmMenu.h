@@ -60,6 +60,7 @@ private:
     void printPreview();
     void printReport();
     void exportPdf();
+    void exportSpreadsheet();
     void openDesigner(int row);
     void warn(const QString &text);
     bool viewOnly() const;

@@ -238,15 +238,17 @@ void WindowFeedbackTest::runModeThreeIsViewOnlyInBothWindows() {
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QVERIFY(!button(window, "cmdPrint")->isEnabled());
     QVERIFY(!button(window, "cmdPDF")->isEnabled());
+    QVERIFY(!button(window, "cmdSpreadsheet")->isEnabled());
     QVERIFY(button(window, "cmdPrintPreview")->isEnabled());
     demo.prompter.clear();
     QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier); // greyed: the shortcut is off
     QVERIFY(demo.prompter.calls().isEmpty());
     QVERIFY(window.dispatch("cmdPrint"));
     QVERIFY(window.dispatch("cmdPDF"));
+    QVERIFY(window.dispatch("cmdSpreadsheet"));
     QVERIFY(actions.calls.isEmpty());
     QVERIFY(demo.prompter.calls("saveFile").isEmpty());
-    QCOMPARE(statusTexts(demo.prompter), QStringList(2, viewOnlyRefusalText()));
+    QCOMPARE(statusTexts(demo.prompter), QStringList(3, viewOnlyRefusalText()));
     QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(actions.calls, QStringList{"preview:Classic.cov, Classic Customer.cst, "
                                         "Classic Customer.sum"});

@@ -430,34 +430,32 @@ bool frmMenu::viewOnly() const {
     return isViewOnlyRunMode(m_context.runMode);
 }
 
-void frmMenu::printReport() {
+std::optional<ReportSelection> frmMenu::outputSelection() {
+    // Every refusal comes before any dialog: nothing is asked for that is not written.
     if (viewOnly()) {
         m_prompter.status(viewOnlyRefusalText());
-        return;
+        return std::nullopt;
     }
     const ReportSelection s = selection();
     const QString refusal =
         MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
     if (!refusal.isEmpty()) {
         warn(refusal);
-        return;
+        return std::nullopt;
     }
-    m_actions.print(s);
+    return s;
+}
+
+void frmMenu::printReport() {
+    if (const std::optional<ReportSelection> s = outputSelection())
+        m_actions.print(*s);
 }
 
 void frmMenu::exportPdf() {
-    // Every refusal comes before the file dialog: nothing is asked for that is not written.
-    if (viewOnly()) {
-        m_prompter.status(viewOnlyRefusalText());
+    const std::optional<ReportSelection> chosen = outputSelection();
+    if (!chosen)
         return;
-    }
-    const ReportSelection s = selection();
-    const QString refusal =
-        MenuChecks::beforePrint(s, [](const QString &p) { return QFileInfo::exists(p); });
-    if (!refusal.isEmpty()) {
-        warn(refusal);
-        return;
-    }
+    const ReportSelection &s = *chosen;
     FileDialogRequest request;
     request.title = QStringLiteral("   Save as PDF format ");
     request.filter = QStringLiteral("pdf(*.pdf)|*.pdf|All Files  (*.*)|*.*");

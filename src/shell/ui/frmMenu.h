@@ -7,6 +7,7 @@
 #include <QMainWindow>
 
 #include <array>
+#include <optional>
 
 class QCheckBox;
 class QComboBox;
@@ -59,6 +60,8 @@ private:
     void saveAsDefault();
     void printPreview();
     void printReport();
+    // The selection to print or export, or nothing after saying why not.
+    std::optional<ReportSelection> outputSelection();
     void exportPdf();
     void exportSpreadsheet();
     void openDesigner(int row);

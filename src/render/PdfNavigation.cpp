@@ -111,14 +111,49 @@ void linkChildren(QPDFObjectHandle parent, const std::vector<QPDFObjectHandle> &
     parent.replaceKey("/Count", QPDFObjectHandle::newInteger(visibleDescendants));
 }
 
+// The pages in order, of which only those the anchors point at need to be read. Qt writes the
+// pages as one flat list under the root of the page tree, taken here as it is; getAllPages would
+// read, check and repair the whole tree, half a second on a large report. Any other tree is left
+// to it.
+std::vector<QPDFPageObjectHelper> pagesOf(QPDF &pdf, const std::vector<PageAnchor> &anchors) {
+    QPDFObjectHandle tree = pdf.getRoot().getKey("/Pages");
+    QPDFObjectHandle kids = tree.getKey("/Kids");
+    QPDFObjectHandle count = tree.getKey("/Count");
+    if (!kids.isArray() || !count.isInteger() || count.getIntValue() != kids.getArrayNItems())
+        return QPDFPageDocumentHelper(pdf).getAllPages();
+    std::vector<QPDFPageObjectHelper> pages;
+    for (QPDFObjectHandle kid : kids.aitems()) {
+        if (!kid.isIndirect())
+            return QPDFPageDocumentHelper(pdf).getAllPages();
+        pages.emplace_back(kid);
+    }
+    for (const PageAnchor &anchor : anchors) {
+        if (anchor.page >= 1 && anchor.page <= int(pages.size()) &&
+            !pages[std::size_t(anchor.page - 1)].getObjectHandle().isDictionaryOfType("/Page"))
+            return QPDFPageDocumentHelper(pdf).getAllPages();
+    }
+    return pages;
+}
+
 // The objects the navigation adds to the file, in the order made: an incremental update writes
-// them after Qt's bytes.
+// them after Qt's bytes. They are numbered from the trailer's /Size on, the numbers the file does
+// not use: qpdf's makeIndirectObject would find the next free number itself, but by reading every
+// object of the file, which costs a second on a large report.
 struct NewObjects {
     QPDF &pdf;
+    int next = 0; // 0: the trailer gave no /Size; qpdf finds the numbers
     std::vector<QPDFObjectHandle> made;
 
     QPDFObjectHandle make(QPDFObjectHandle object) {
-        made.push_back(pdf.makeIndirectObject(object));
+        if (next <= 0) {
+            made.push_back(pdf.makeIndirectObject(object));
+            return made.back();
+        }
+        while (!pdf.getObject(next, 0).isNull())
+            ++next; // not a number past the end after all
+        const QPDFObjGen number(next++, 0);
+        pdf.replaceObject(number, object);
+        made.push_back(pdf.getObject(number));
         return made.back();
     }
 };
@@ -297,8 +332,9 @@ void write(QIODevice &device, const QString &path, const DocumentNavigation &nav
         // Lazy: reads the cross-reference table, and of the objects only those asked for.
         pdf.processFile(QFile::encodeName(plain.fileName()).constData());
         QPDFObjectHandle oldTrailer = pdf.getTrailer().shallowCopy();
-        std::vector<QPDFPageObjectHelper> pages = QPDFPageDocumentHelper(pdf).getAllPages();
-        NewObjects objects{pdf, {}};
+        std::vector<QPDFPageObjectHelper> pages = pagesOf(pdf, navigation.anchors);
+        QPDFObjectHandle size = oldTrailer.getKey("/Size");
+        NewObjects objects{pdf, size.isInteger() ? int(size.getIntValue()) : 0, {}};
         addOutline(objects, pages, navigation.anchors);
         // The report numbers its pages 1 to the page count over all its sections.
         QPDFObjectHandle labels = QPDFObjectHandle::parse("<< /Nums [ 0 << /S /D >> ] >>");

@@ -16,12 +16,21 @@
 #include <qpdf/QPDFPageDocumentHelper.hh>
 #include <qpdf/QPDFWriter.hh>
 
+#include <algorithm>
 #include <exception>
+#include <map>
 #include <vector>
 
 namespace tavrel {
 
 namespace {
+
+// Writes all of data into device; a device that takes less is a full disk.
+void writeAll(QIODevice &device, const char *data, qint64 length) {
+    if (device.write(data, length) != length)
+        throw RuntimeError(ErrorNumber::DiskFull,
+                           QStringLiteral("Disk full (%1)").arg(device.errorString()));
+}
 
 // qpdf's output straight into the device of the atomic save.
 class DevicePipeline : public Pipeline {
@@ -30,7 +39,7 @@ public:
         : Pipeline("tavrel device", nullptr)
         , m_device(device) {}
     void write(unsigned char const *data, size_t length) override {
-        m_device.write(reinterpret_cast<const char *>(data), qint64(length));
+        writeAll(m_device, reinterpret_cast<const char *>(data), qint64(length));
     }
     void finish() override {}
 
@@ -102,7 +111,54 @@ void linkChildren(QPDFObjectHandle parent, const std::vector<QPDFObjectHandle> &
     parent.replaceKey("/Count", QPDFObjectHandle::newInteger(visibleDescendants));
 }
 
-void addOutline(QPDF &pdf, std::vector<QPDFPageObjectHelper> &pages,
+// The pages in order, of which only those the anchors point at need to be read. Qt writes the
+// pages as one flat list under the root of the page tree, taken here as it is; getAllPages would
+// read, check and repair the whole tree, half a second on a large report. Any other tree is left
+// to it.
+std::vector<QPDFPageObjectHelper> pagesOf(QPDF &pdf, const std::vector<PageAnchor> &anchors) {
+    QPDFObjectHandle tree = pdf.getRoot().getKey("/Pages");
+    QPDFObjectHandle kids = tree.getKey("/Kids");
+    QPDFObjectHandle count = tree.getKey("/Count");
+    if (!kids.isArray() || !count.isInteger() || count.getIntValue() != kids.getArrayNItems())
+        return QPDFPageDocumentHelper(pdf).getAllPages();
+    std::vector<QPDFPageObjectHelper> pages;
+    for (QPDFObjectHandle kid : kids.aitems()) {
+        if (!kid.isIndirect())
+            return QPDFPageDocumentHelper(pdf).getAllPages();
+        pages.emplace_back(kid);
+    }
+    for (const PageAnchor &anchor : anchors) {
+        if (anchor.page >= 1 && anchor.page <= int(pages.size()) &&
+            !pages[std::size_t(anchor.page - 1)].getObjectHandle().isDictionaryOfType("/Page"))
+            return QPDFPageDocumentHelper(pdf).getAllPages();
+    }
+    return pages;
+}
+
+// The objects the navigation adds to the file, in the order made: an incremental update writes
+// them after Qt's bytes. They are numbered from the trailer's /Size on, the numbers the file does
+// not use: qpdf's makeIndirectObject would find the next free number itself, but by reading every
+// object of the file, which costs a second on a large report.
+struct NewObjects {
+    QPDF &pdf;
+    int next = 0; // 0: the trailer gave no /Size; qpdf finds the numbers
+    std::vector<QPDFObjectHandle> made;
+
+    QPDFObjectHandle make(QPDFObjectHandle object) {
+        if (next <= 0) {
+            made.push_back(pdf.makeIndirectObject(object));
+            return made.back();
+        }
+        while (!pdf.getObject(next, 0).isNull())
+            ++next; // not a number past the end after all
+        const QPDFObjGen number(next++, 0);
+        pdf.replaceObject(number, object);
+        made.push_back(pdf.getObject(number));
+        return made.back();
+    }
+};
+
+void addOutline(NewObjects &objects, std::vector<QPDFPageObjectHelper> &pages,
                 const std::vector<PageAnchor> &anchors) {
     struct Section {
         QPDFObjectHandle item;
@@ -113,7 +169,7 @@ void addOutline(QPDF &pdf, std::vector<QPDFPageObjectHelper> &pages,
     for (const PageAnchor &anchor : anchors) {
         if (anchor.page < 1 || anchor.page > int(pages.size()))
             continue;
-        QPDFObjectHandle item = pdf.makeIndirectObject(QPDFObjectHandle::newDictionary());
+        QPDFObjectHandle item = objects.make(QPDFObjectHandle::newDictionary());
         item.replaceKey("/Title", unicode(anchor.title));
         item.replaceKey("/Dest", destination(pages[std::size_t(anchor.page - 1)], anchor.y));
         if (anchor.level > 1 && !sections.empty())
@@ -124,7 +180,7 @@ void addOutline(QPDF &pdf, std::vector<QPDFPageObjectHelper> &pages,
     }
     if (sections.empty())
         return;
-    QPDFObjectHandle root = pdf.makeIndirectObject(QPDFObjectHandle::newDictionary());
+    QPDFObjectHandle root = objects.make(QPDFObjectHandle::newDictionary());
     root.replaceKey("/Type", QPDFObjectHandle::newName("/Outlines"));
     std::vector<QPDFObjectHandle> top;
     for (Section &section : sections) {
@@ -132,22 +188,126 @@ void addOutline(QPDF &pdf, std::vector<QPDFPageObjectHelper> &pages,
         top.push_back(section.item);
     }
     linkChildren(root, top, visible);
-    QPDFObjectHandle catalog = pdf.getRoot();
+    QPDFObjectHandle catalog = objects.pdf.getRoot();
     catalog.replaceKey("/Outlines", root);
     catalog.replaceKey("/PageMode", QPDFObjectHandle::newName("/UseOutlines"));
 }
 
-void addInformation(QPDF &pdf, const DocumentNavigation &navigation) {
-    QPDFObjectHandle trailer = pdf.getTrailer();
+void addInformation(NewObjects &objects, const DocumentNavigation &navigation) {
+    QPDFObjectHandle trailer = objects.pdf.getTrailer();
     QPDFObjectHandle info = trailer.getKey("/Info");
     if (!info.isDictionary()) {
-        info = pdf.makeIndirectObject(QPDFObjectHandle::newDictionary());
+        info = objects.make(QPDFObjectHandle::newDictionary());
         trailer.replaceKey("/Info", info);
     }
     if (!navigation.author.isEmpty())
         info.replaceKey("/Author", unicode(navigation.author));
     if (!navigation.subject.isEmpty())
         info.replaceKey("/Subject", unicode(navigation.subject));
+}
+
+// The offset of the last cross-reference section of the file, read from its final
+// "startxref"; -1 when the end of the file does not say.
+qint64 lastStartXref(QFile &file) {
+    constexpr qint64 Tail = 1024;
+    const qint64 size = file.size();
+    if (!file.seek(std::max<qint64>(0, size - Tail)))
+        return -1;
+    const QByteArray tail = file.read(Tail);
+    const qsizetype at = tail.lastIndexOf("startxref");
+    if (at < 0)
+        return -1;
+    const QByteArray rest = tail.mid(at + 9).trimmed();
+    qsizetype digits = 0;
+    while (digits < rest.size() && rest[digits] >= '0' && rest[digits] <= '9')
+        ++digits;
+    bool ok = false;
+    const qint64 offset = rest.left(digits).toLongLong(&ok);
+    if (!ok || offset <= 0 || offset >= size || !rest.mid(digits).trimmed().startsWith("%%EOF"))
+        return -1;
+    return offset;
+}
+
+// The navigation as an incremental update: Qt's bytes copied as they are, then the new objects,
+// the catalog and the document information in their new versions, a cross-reference section
+// for just those and a trailer that points back at Qt's. Rewriting the whole file instead costs
+// time and memory that grow with the report. Answers false, having written nothing, when Qt's
+// file is not one to append to (a cross-reference stream, or an end qpdf had to repair); the
+// caller then rewrites it.
+bool appendUpdate(QIODevice &device, QFile &plain, QPDF &pdf, QPDFObjectHandle oldTrailer,
+                  const std::vector<QPDFObjectHandle> &made) {
+    if (pdf.anyWarnings() || oldTrailer.hasKey("/Type") || oldTrailer.hasKey("/XRefStm") ||
+        oldTrailer.hasKey("/Encrypt") || !oldTrailer.getKey("/Size").isInteger())
+        return false;
+    const long long oldSize = oldTrailer.getKey("/Size").getIntValue();
+    const qint64 previous = lastStartXref(plain);
+    if (previous < 0)
+        return false;
+    QPDFObjectHandle catalog = pdf.getRoot();
+    QPDFObjectHandle trailer = pdf.getTrailer().shallowCopy();
+    QPDFObjectHandle info = trailer.getKey("/Info");
+    std::map<int, QPDFObjectHandle> changed; // by object number: the xref lists them in order
+    changed[catalog.getObjectID()] = catalog;
+    if (info.isIndirect())
+        changed[info.getObjectID()] = info;
+    long long size = oldSize;
+    for (QPDFObjectHandle object : made) {
+        if (object.getObjectID() < oldSize)
+            return false; // would overwrite an object of Qt's
+        changed[object.getObjectID()] = object;
+        size = std::max<long long>(size, object.getObjectID() + 1LL);
+    }
+    if (catalog.getObjectID() <= 0 || catalog.getObjectID() >= oldSize)
+        return false;
+
+    if (!plain.seek(0))
+        return false;
+    const qint64 plainSize = plain.size();
+    constexpr qint64 Chunk = 1024 * 1024;
+    QByteArray chunk(Chunk, Qt::Uninitialized);
+    char last = '\n';
+    for (qint64 copied = 0; copied < plainSize;) {
+        const qint64 read = plain.read(chunk.data(), std::min(Chunk, plainSize - copied));
+        if (read <= 0)
+            throw RuntimeError(
+                ErrorNumber::PathFileAccessError,
+                QStringLiteral("Cannot read %1 (%2)").arg(plain.fileName(), plain.errorString()));
+        writeAll(device, chunk.constData(), read);
+        last = chunk[read - 1];
+        copied += read;
+    }
+
+    QByteArray update;
+    if (last != '\n' && last != '\r')
+        update += '\n';
+    std::vector<std::pair<int, qint64>> offsets; // object number, where it starts
+    for (auto &[number, object] : changed) {
+        offsets.emplace_back(number, plainSize + update.size());
+        update += QByteArray::number(number) + ' ' + QByteArray::number(object.getGeneration()) +
+                  " obj\n";
+        update += QByteArray::fromStdString(object.unparseResolved());
+        update += "\nendobj\n";
+    }
+    const qint64 xref = plainSize + update.size();
+    update += "xref\n";
+    for (std::size_t i = 0; i < offsets.size();) {
+        // One subsection per run of consecutive numbers.
+        std::size_t end = i + 1;
+        while (end < offsets.size() && offsets[end].first == offsets[end - 1].first + 1)
+            ++end;
+        update += QByteArray::number(offsets[i].first) + ' ' + QByteArray::number(end - i) + '\n';
+        for (; i < end; ++i) {
+            const int generation = changed[offsets[i].first].getGeneration();
+            update += QByteArray::number(offsets[i].second).rightJustified(10, '0') + ' ' +
+                      QByteArray::number(generation).rightJustified(5, '0') + " n \n";
+        }
+    }
+    trailer.replaceKey("/Size", QPDFObjectHandle::newInteger(size));
+    trailer.replaceKey("/Prev", QPDFObjectHandle::newInteger(previous));
+    update += "trailer\n" + QByteArray::fromStdString(trailer.unparse()) + "\nstartxref\n" +
+              QByteArray::number(xref) + "\n%%EOF\n";
+    writeAll(device, update.constData(), update.size());
+    return true;
 }
 
 } // namespace
@@ -169,13 +329,19 @@ void write(QIODevice &device, const QString &path, const DocumentNavigation &nav
     try {
         QPDF pdf;
         pdf.setSuppressWarnings(true);
+        // Lazy: reads the cross-reference table, and of the objects only those asked for.
         pdf.processFile(QFile::encodeName(plain.fileName()).constData());
-        std::vector<QPDFPageObjectHelper> pages = QPDFPageDocumentHelper(pdf).getAllPages();
-        addOutline(pdf, pages, navigation.anchors);
+        QPDFObjectHandle oldTrailer = pdf.getTrailer().shallowCopy();
+        std::vector<QPDFPageObjectHelper> pages = pagesOf(pdf, navigation.anchors);
+        QPDFObjectHandle size = oldTrailer.getKey("/Size");
+        NewObjects objects{pdf, size.isInteger() ? int(size.getIntValue()) : 0, {}};
+        addOutline(objects, pages, navigation.anchors);
         // The report numbers its pages 1 to the page count over all its sections.
         QPDFObjectHandle labels = QPDFObjectHandle::parse("<< /Nums [ 0 << /S /D >> ] >>");
         pdf.getRoot().replaceKey("/PageLabels", labels);
-        addInformation(pdf, navigation);
+        addInformation(objects, navigation);
+        if (appendUpdate(device, plain, pdf, oldTrailer, objects.made))
+            return;
         DevicePipeline output(device);
         QPDFWriter writer(pdf);
         // Qt's streams are copied as they are: nothing to gain from decoding and recompressing
@@ -183,6 +349,8 @@ void write(QIODevice &device, const QString &path, const DocumentNavigation &nav
         writer.setStreamDataMode(qpdf_s_preserve);
         writer.setOutputPipeline(&output);
         writer.write();
+    } catch (const RuntimeError &) {
+        throw;
     } catch (const std::exception &error) {
         throw RuntimeError(ErrorNumber::PathFileAccessError,
                            QStringLiteral("Cannot add the PDF outline (%1)")

@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+#include <algorithm>
+
 namespace tavrel {
 
 namespace {
@@ -111,6 +113,31 @@ QString totalText(const QString &caption, const SifHeader &header) {
     if (caption == QLatin1String("Total Marg%"))
         return basicFormat(header.totalMarginPercent / 100, PercentTotalPattern);
     return {};
+}
+
+std::vector<std::pair<QString, QString>> distinctOptions(const SpecData &spec) {
+    std::vector<std::pair<QString, QString>> options;
+    for (int record = 1; record <= spec.itemCount(); ++record) {
+        const SifItem &item = spec.item(record);
+        if (item.isSubtotal())
+            continue;
+        const QStringList codes = fieldLines(item.optionCodes);
+        const QStringList descriptions = fieldLines(item.optionDescriptions);
+        const qsizetype count = std::max(codes.size(), descriptions.size());
+        for (qsizetype i = 0; i < count; ++i) {
+            QString code = i < codes.size() ? codes.at(i).trimmed() : QString();
+            QString description =
+                i < descriptions.size() ? descriptions.at(i).trimmed() : QString();
+            if (!code.isEmpty() || !description.isEmpty())
+                options.emplace_back(std::move(code), std::move(description));
+        }
+    }
+    std::stable_sort(options.begin(), options.end(),
+                     [](const auto &a, const auto &b) { return a.first < b.first; });
+    options.erase(std::unique(options.begin(), options.end(),
+                              [](const auto &a, const auto &b) { return a.first == b.first; }),
+                  options.end());
+    return options;
 }
 
 } // namespace BodyCellTexts

@@ -3,10 +3,14 @@
 #include <QString>
 #include <QStringList>
 
+#include <utility>
+#include <vector>
+
 namespace tavrel {
 
 struct SifHeader;
 struct SifItem;
+class SpecData;
 
 // What a body column draws, decided by its caption.
 enum class BodyColumnKind {
@@ -50,6 +54,11 @@ QString invertedPercentText(double fraction);
 
 // The value text of a total box, empty for a caption that is no total of the body.
 QString totalText(const QString &caption, const SifHeader &header);
+
+// Every option of the product items once, as the "Total Option / Description" box lists them:
+// sorted by code, the first description kept for a code that repeats, lines with neither code
+// nor description left out.
+std::vector<std::pair<QString, QString>> distinctOptions(const SpecData &spec);
 
 } // namespace BodyCellTexts
 

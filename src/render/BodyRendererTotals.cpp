@@ -22,33 +22,6 @@ const QString OptionTotalCaption = QStringLiteral("Total Option / Description");
 // The code column of the option total when the template keeps no option-code width.
 constexpr double DefaultOptionCodeWidth = 1440;
 
-// Every option of the product items once: sorted by code, the first description kept for a
-// code that repeats, lines with neither code nor description left out.
-std::vector<std::pair<QString, QString>> distinctOptions(const SpecData &spec) {
-    std::vector<std::pair<QString, QString>> options;
-    for (int record = 1; record <= spec.itemCount(); ++record) {
-        const SifItem &item = spec.item(record);
-        if (item.isSubtotal())
-            continue;
-        const QStringList codes = BodyCellTexts::fieldLines(item.optionCodes);
-        const QStringList descriptions = BodyCellTexts::fieldLines(item.optionDescriptions);
-        const qsizetype count = std::max(codes.size(), descriptions.size());
-        for (qsizetype i = 0; i < count; ++i) {
-            QString code = i < codes.size() ? codes.at(i).trimmed() : QString();
-            QString description =
-                i < descriptions.size() ? descriptions.at(i).trimmed() : QString();
-            if (!code.isEmpty() || !description.isEmpty())
-                options.emplace_back(std::move(code), std::move(description));
-        }
-    }
-    std::stable_sort(options.begin(), options.end(),
-                     [](const auto &a, const auto &b) { return a.first < b.first; });
-    options.erase(std::unique(options.begin(), options.end(),
-                              [](const auto &a, const auto &b) { return a.first == b.first; }),
-                  options.end());
-    return options;
-}
-
 } // namespace
 
 QString BodyRenderer::totalBoxText(const CustomTemplate &box) const {
@@ -135,7 +108,7 @@ double BodyRenderer::drawOptionTotal(OutputHelpers &out, const CustomTemplate &b
     const double codeWidth =
         m_layout.other.realONNWidth > 0 ? m_layout.other.realONNWidth : DefaultOptionCodeWidth;
     const double descriptionWidth = std::max(1.0, box.tWidth - codeWidth);
-    for (const auto &[code, description] : distinctOptions(*m_data.spec)) {
+    for (const auto &[code, description] : BodyCellTexts::distinctOptions(*m_data.spec)) {
         // Whole twips here, as the list has always been laid out.
         m_y = Conversions::toInt32(y);
         if (m_rowsOnPage > 0 && needsNewPage(lineHeight, OptionTotalReserve)) {

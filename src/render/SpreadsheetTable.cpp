@@ -222,6 +222,23 @@ void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
         }
         if (!data.spec)
             continue;
+        if (box.tCaption == QLatin1String("Total Option / Description")) {
+            // The list the body prints under its label: every option once, code and
+            // description in the first two columns.
+            if (box.tDisplayLabel) {
+                row.cells[0] = textCell(FieldCatalog::totalLabel(box.tCaption));
+                table.rows.push_back(row);
+            }
+            for (const auto &[code, description] : BodyCellTexts::distinctOptions(*data.spec)) {
+                SheetRow option;
+                option.kind = SheetRowKind::Total;
+                option.cells.assign(std::size_t(width), SheetCell{});
+                option.cells[0] = textCell(code);
+                option.cells[1] = textCell(description);
+                table.rows.push_back(std::move(option));
+            }
+            continue;
+        }
         const SheetCell value = totalCell(box.tCaption, data.spec->header);
         if (value.text.isEmpty())
             continue;

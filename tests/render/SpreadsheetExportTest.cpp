@@ -108,6 +108,7 @@ private slots:
     void hostileTextStaysText_data();
     void hostileTextStaysText();
     void failedWriteKeepsTheOldFile();
+    void optionTotalListsEveryOptionOnce();
     void demoPdfNavigates();
 };
 
@@ -327,6 +328,44 @@ void SpreadsheetExportTest::failedWriteKeepsTheOldFile() {
 }
 
 // The demo PDF's outline, page labels and document information, read back with qpdf.
+// A body whose totals hold the "Total Option / Description" box: the sheet ends with the list the
+// body prints, each option once, sorted by code.
+void SpreadsheetExportTest::optionTotalListsEveryOptionOnce() {
+    QTemporaryDir dir;
+    const QString job = testsupport::copyDemoJob(dir.path());
+    QVERIFY(!job.isEmpty());
+    QByteArray cst = testsupport::readBytes(
+        testsupport::sourcePath(QStringLiteral("resources/Print Templates/Classic Customer.cst")));
+    QVERIFY(cst.contains("Box_18_Caption=Total List$\r\n"));
+    cst.replace("Box_18_Caption=Total List$\r\n", "Box_18_Caption=Total Option / Description\r\n");
+    const QString body = QDir(dir.path()).filePath(QStringLiteral("Options.cst"));
+    testsupport::writeBytes(body, cst);
+    const QString out = QDir(dir.path()).filePath(QStringLiteral("options.csv"));
+    QString problem;
+    run(cli(),
+        {QStringLiteral("render"), job, QStringLiteral("--body"), body, QStringLiteral("--csv"),
+         out, QStringLiteral("--no-open")},
+        problem);
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    const QStringList lines = QString::fromUtf8(testsupport::readBytes(out))
+                                  .split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
+    const qsizetype label =
+        lines.indexOf(QRegularExpression(QStringLiteral("^Options / Descriptions:,*$")));
+    QVERIFY2(label > 0, "the option total's label row");
+    QStringList codes;
+    for (qsizetype i = label + 1; i < lines.size(); ++i) {
+        const QString code = lines.at(i).section(QLatin1Char(','), 0, 0);
+        if (code.isEmpty() || lines.at(i).contains(QStringLiteral("Total")))
+            break;
+        codes << code;
+    }
+    QVERIFY2(codes.contains(QStringLiteral("VN-WAL")), qPrintable(codes.join(QLatin1Char(' '))));
+    QStringList sorted = codes;
+    sorted.sort();
+    sorted.removeDuplicates();
+    QCOMPARE(codes, sorted);
+}
+
 void SpreadsheetExportTest::demoPdfNavigates() {
     const QString qpdf = QStandardPaths::findExecutable(QStringLiteral("qpdf"));
     if (qpdf.isEmpty())

@@ -2,6 +2,7 @@
 #include "base/ui/QtPrompter.h"
 #include "base/ui/UserGuide.h"
 #include "base/ui/WindowPlacement.h"
+#include "common/DesignerWindow.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "designer/DesignCanvas.h"
@@ -81,14 +82,8 @@ void DesignerComfortTest::init() {
 }
 
 std::unique_ptr<frmCustomLayout> DesignerComfortTest::makeWindow() {
-    DesignerEnvironment environment;
-    m_jobModel = JobFile::load(m_dir.filePath("job.ini"));
-    environment.job = &m_jobModel;
-    environment.templateFolder = m_dir.path();
-    environment.documentName = "Demo.spec";
-    environment.marginLeft = environment.marginTop = 720;
-    environment.marginRight = environment.marginBottom = 720;
-    return std::make_unique<frmCustomLayout>(environment, m_prompter, m_actions);
+    return testsupport::openDesigner(m_dir.filePath("job.ini"), m_jobModel, m_dir.path(),
+                                     m_prompter, m_actions);
 }
 
 int DesignerComfortTest::addBox(frmCustomLayout &window, const QString &caption,

@@ -1,5 +1,6 @@
 #include "base/IniFile.h"
 #include "base/ScriptedPrompter.h"
+#include "common/DesignerWindow.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "designer/DesignCanvas.h"
@@ -57,14 +58,7 @@ void DesignerCommandsTest::init() {
 }
 
 std::unique_ptr<frmCustomLayout> DesignerCommandsTest::makeWindow() {
-    DesignerEnvironment environment;
-    m_jobModel = JobFile::load(m_job);
-    environment.job = &m_jobModel;
-    environment.templateFolder = m_dir.path();
-    environment.documentName = "Demo.spec";
-    environment.marginLeft = environment.marginTop = 720;
-    environment.marginRight = environment.marginBottom = 720;
-    return std::make_unique<frmCustomLayout>(environment, m_prompter, m_actions);
+    return testsupport::openDesigner(m_job, m_jobModel, m_dir.path(), m_prompter, m_actions);
 }
 
 int DesignerCommandsTest::addBox(frmCustomLayout &window, const QString &caption, qint32 left,

@@ -27,4 +27,14 @@ public:
     virtual void help() = 0;
 };
 
+// Does nothing; for tests and for a preview of pages that no job can produce again.
+class NoPreviewActions : public PreviewActions {
+public:
+    void print() override {}
+    void rerunHtml() override {}
+    QString rerunRtf() override { return {}; }
+    void about() override {}
+    void help() override {}
+};
+
 } // namespace tavrel

@@ -14,17 +14,7 @@
 
 using namespace tavrel;
 
-namespace {
-
-struct NoActions : PreviewActions {
-    void print() override {}
-    void rerunHtml() override {}
-    QString rerunRtf() override { return {}; }
-    void about() override {}
-    void help() override {}
-};
-
-} // namespace
+namespace {} // namespace
 
 class FindDialogTest : public QObject {
     Q_OBJECT
@@ -83,7 +73,7 @@ void FindDialogTest::openedFromThePreview() {
     engine.TextBox("Conference table, cherry", 1440, 1440, 6000, 0);
     engine.EndDoc();
     ScriptedPrompter prompter;
-    NoActions actions;
+    NoPreviewActions actions;
     frmPrintpreview window(engine, prompter, actions, "1", "Find");
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));

@@ -138,13 +138,7 @@ void LayoutCancelTest::pdfCancelLeavesNoFile() {
     }
     engine.EndDoc();
 
-    struct NoActions : PreviewActions {
-        void print() override {}
-        void rerunHtml() override {}
-        QString rerunRtf() override { return {}; }
-        void about() override {}
-        void help() override {}
-    } actions;
+    NoPreviewActions actions;
     ScriptedPrompter prompter;
     frmPrintpreview window(engine, prompter, actions, "1", "Big.cst");
     window.show();

@@ -2,6 +2,7 @@
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "shell/AppContext.h"
 #include "shell/ui/ReportActions.h"
 #include "shell/ui/frmMenu.h"
@@ -14,30 +15,16 @@
 #include <QToolButton>
 
 using namespace tavrel;
+using testsupport::RecordingReportActions;
 
 namespace {
-
-struct RecordingActions : ReportActions {
-    QStringList calls;
-    void preview(const ReportSelection &, const QString &caption) override {
-        calls << "preview:" + caption;
-    }
-    void print(const ReportSelection &) override { calls << "print"; }
-    void exportPdf(const ReportSelection &, const QString &path) override {
-        calls << "pdf:" + QFileInfo(path).fileName();
-    }
-    void openDesigner(int row, const QString &path) override {
-        calls << QString("design:%1:%2").arg(row).arg(QFileInfo(path).fileName());
-    }
-    void printerProperties() override { calls << "properties"; }
-};
 
 // A job with a template folder holding the three Classic templates and one extra body template.
 struct Fixture {
     QTemporaryDir dir;
     AppContext context;
     ScriptedPrompter prompter;
-    RecordingActions actions;
+    RecordingReportActions actions;
 
     Fixture() {
         const QString folder = dir.filePath("Templates");

@@ -15,14 +15,6 @@ using namespace tavrel;
 
 namespace {
 
-struct NoActions : PreviewActions {
-    void print() override {}
-    void rerunHtml() override {}
-    QString rerunRtf() override { return {}; }
-    void about() override {}
-    void help() override {}
-};
-
 // Five pages: "Halyard" three times on page 2 (twice on one line, once in a box below) and
 // once on page 5.
 void layOut(PageEngine &engine) {
@@ -85,7 +77,7 @@ void PreviewFindTest::findStepsThroughEveryMatch() {
     PageEngine engine;
     layOut(engine);
     ScriptedPrompter prompter;
-    NoActions actions;
+    NoPreviewActions actions;
     frmPrintpreview window(engine, prompter, actions, "1", "Find");
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -121,7 +113,7 @@ void PreviewFindTest::findFromAnotherPageStartsThere() {
     PageEngine engine;
     layOut(engine);
     ScriptedPrompter prompter;
-    NoActions actions;
+    NoPreviewActions actions;
     frmPrintpreview window(engine, prompter, actions, "1", "Find");
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));

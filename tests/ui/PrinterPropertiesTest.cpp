@@ -3,6 +3,7 @@
 #include "base/ui/PrinterPropertiesDialog.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "render/ImageOutput.h"
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
@@ -28,6 +29,7 @@
 #include <unistd.h>
 
 using namespace tavrel;
+using testsupport::DemoJob;
 
 namespace {
 
@@ -37,18 +39,6 @@ QString run(const QString &program, const QStringList &args) {
     process.waitForFinished(60000);
     return QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
 }
-
-struct DemoJob {
-    QTemporaryDir dir;
-    ScriptedPrompter prompter;
-    AppContext context;
-    QString job;
-
-    DemoJob() {
-        job = testsupport::copyDemoJob(dir.path());
-        Startup::loadJob(context, job, dir.path(), prompter, PrinterList{});
-    }
-};
 
 PrinterSetup setup(const QString &printer, int copies, OrientationChoice orientation) {
     PrinterSetup s;

@@ -68,14 +68,6 @@ void checkItemsAreEntries(QMainWindow &window, const CommandTable &table,
     QVERIFY2(table.unknownNames().isEmpty(), qPrintable(table.unknownNames().join(", ")));
 }
 
-struct NoPreviewActions : PreviewActions {
-    void print() override {}
-    void rerunHtml() override {}
-    QString rerunRtf() override { return {}; }
-    void about() override {}
-    void help() override {}
-};
-
 // Every command the preview's dispatcher has ever known, as menus, tools and tests spell them.
 const QStringList previewCommands = {
     "mnuPrint",   "mnuExit",     "mnuAbout",        "mnuHelpTopic",  "mnuViewPDF",    "mnuHTML",

@@ -4,6 +4,7 @@
 #include "base/ui/QtPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "designer/frmCustomLayout.h"
 #include "preview/PreviewActions.h"
 #include "preview/frmPrintpreview.h"
@@ -30,23 +31,11 @@
 #include <QTest>
 
 using namespace tavrel;
+using testsupport::DemoJob;
+using testsupport::DemoTemplates;
+using testsupport::RecordingReportActions;
 
 namespace {
-
-struct RecordingActions : ReportActions {
-    QStringList calls;
-    void preview(const ReportSelection &, const QString &caption) override {
-        calls << "preview:" + caption;
-    }
-    void print(const ReportSelection &) override { calls << "print"; }
-    void exportPdf(const ReportSelection &, const QString &path) override {
-        calls << "pdf:" + QFileInfo(path).fileName();
-    }
-    void openDesigner(int row, const QString &path) override {
-        calls << QString("design:%1:%2").arg(row).arg(QFileInfo(path).fileName());
-    }
-    void printerProperties() override { calls << "properties"; }
-};
 
 struct RtfActions : PreviewActions {
     QString written;
@@ -55,29 +44,6 @@ struct RtfActions : PreviewActions {
     QString rerunRtf() override { return written; }
     void about() override {}
     void help() override {}
-};
-
-// The demo job in a folder of its own, with the shipped templates copied into its template
-// folder, loaded as start-up loads it.
-struct DemoJob {
-    QTemporaryDir dir;
-    ScriptedPrompter prompter;
-    AppContext context;
-    QString job;
-
-    explicit DemoJob(const QString &runMode = "1") {
-        job = testsupport::copyDemoJob(dir.path());
-        const QString templates = dir.filePath("Templates");
-        QDir().mkpath(templates);
-        const QDir shipped(testsupport::sourcePath("resources/Print Templates"));
-        for (const QString &name : shipped.entryList({"*.cov", "*.cst", "*.sum"}, QDir::Files))
-            QFile::copy(shipped.filePath(name), QDir(templates).filePath(name));
-        IniFile::write(job, "Printer", {{"Template Directory", templates}, {"Function", runMode}});
-        Startup::loadJob(context, job, dir.path(), prompter, PrinterList{});
-    }
-    QString templatePath(const QString &name) const {
-        return QDir(context.paths.templateFolder).filePath(name);
-    }
 };
 
 QStringList statusTexts(const ScriptedPrompter &prompter) {
@@ -132,8 +98,8 @@ void WindowFeedbackTest::confirmationText() {
 }
 
 void WindowFeedbackTest::savesConfirmWithPath() {
-    DemoJob demo;
-    RecordingActions actions;
+    DemoJob demo(DemoTemplates::OwnFolder);
+    RecordingReportActions actions;
     frmMenu window(demo.context, demo.prompter, actions);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -153,8 +119,8 @@ void WindowFeedbackTest::savesConfirmWithPath() {
 }
 
 void WindowFeedbackTest::pdfRefusesBeforeAskingForAFile() {
-    DemoJob demo;
-    RecordingActions actions;
+    DemoJob demo(DemoTemplates::OwnFolder);
+    RecordingReportActions actions;
     frmMenu window(demo.context, demo.prompter, actions);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -209,8 +175,8 @@ void WindowFeedbackTest::previewExportsConfirm() {
 }
 
 void WindowFeedbackTest::captionFollowsTheChoice() {
-    DemoJob demo;
-    RecordingActions actions;
+    DemoJob demo(DemoTemplates::OwnFolder);
+    RecordingReportActions actions;
     frmMenu window(demo.context, demo.prompter, actions);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -230,9 +196,9 @@ void WindowFeedbackTest::captionFollowsTheChoice() {
 }
 
 void WindowFeedbackTest::runModeThreeIsViewOnlyInBothWindows() {
-    DemoJob demo("3");
+    DemoJob demo(DemoTemplates::OwnFolder, "3");
     QCOMPARE(demo.context.runMode, QString("3"));
-    RecordingActions actions;
+    RecordingReportActions actions;
     frmMenu window(demo.context, demo.prompter, actions);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -268,7 +234,7 @@ void WindowFeedbackTest::runModeThreeIsViewOnlyInBothWindows() {
 // A template saved in the designer opened from the main window is in the main window's list at
 // once, and the choice shown there stays.
 void WindowFeedbackTest::designerSaveShowsInTheLists() {
-    DemoJob demo;
+    DemoJob demo(DemoTemplates::OwnFolder);
     ApplicationReportActions actions(demo.context, demo.prompter);
     frmMenu window(demo.context, demo.prompter, actions);
     actions.setWindow(&window);
@@ -301,7 +267,7 @@ void WindowFeedbackTest::designerSaveShowsInTheLists() {
 // The main window's PDF and the preview's HTML, run on the demo job, confirm with the file
 // written, and say so when no application opened it.
 void WindowFeedbackTest::exportsOfTheJobConfirm() {
-    DemoJob demo;
+    DemoJob demo(DemoTemplates::OwnFolder);
     demo.prompter.setOpenDocumentResult(false);
     ApplicationReportActions actions(demo.context, demo.prompter);
     frmMenu window(demo.context, demo.prompter, actions);

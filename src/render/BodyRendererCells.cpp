@@ -90,29 +90,47 @@ QString invertedPercentText(double fraction) {
     return QLatin1Char('-') + text;
 }
 
+std::optional<TotalAmount> totalAmount(const QString &caption, const SifHeader &header) {
+    struct Total {
+        const char *caption;
+        double SifHeader::*value;
+        const char16_t *pattern;
+        bool percent; // the header keeps percent figures; "%" in the pattern multiplies by 100
+        bool inverted;
+        const char *summedColumn;
+    };
+    static const Total totals[] = {
+        {"Total Weight", &SifHeader::totalWeight, WeightPattern, false, false, "EXT Weight"},
+        {"Total Volume", &SifHeader::totalVolume, WeightPattern, false, false, "EXT Volume"},
+        {"Total List$", &SifHeader::totalList, MoneyPattern, false, false, "EXT List$"},
+        {"Total Cust$", &SifHeader::totalSell, MoneyPattern, false, false, "EXT Cust$"},
+        {"Total Deal$", &SifHeader::totalPurchase, MoneyPattern, false, false, "EXT Deal$"},
+        {"Total Marg$", &SifHeader::totalMarginAmount, MoneyPattern, false, false, "EXT MG$"},
+        {"Total Cust Disc$", &SifHeader::totalDiscountAmount, MoneyPattern, false, false,
+         "EXT Cust Disc$"},
+        {"Total Cust%", &SifHeader::totalCustomerDiscountPercent, PercentTotalPattern, true, true,
+         "Cust%"},
+        {"Total Deal%", &SifHeader::totalDealerDiscountPercent, PercentTotalPattern, true, true,
+         "Deal%"},
+        {"Total Marg%", &SifHeader::totalMarginPercent, PercentTotalPattern, true, false, "MG%"},
+    };
+    for (const Total &total : totals) {
+        if (caption == QLatin1String(total.caption)) {
+            const double value = header.*total.value;
+            return TotalAmount{total.percent ? value / 100 : value,
+                               QString::fromUtf16(total.pattern), total.inverted,
+                               QLatin1String(total.summedColumn)};
+        }
+    }
+    return std::nullopt;
+}
+
 QString totalText(const QString &caption, const SifHeader &header) {
-    if (caption == QLatin1String("Total Weight"))
-        return basicFormat(header.totalWeight, WeightPattern);
-    if (caption == QLatin1String("Total Volume"))
-        return basicFormat(header.totalVolume, WeightPattern);
-    if (caption == QLatin1String("Total List$"))
-        return basicFormat(header.totalList, MoneyPattern);
-    if (caption == QLatin1String("Total Cust$"))
-        return basicFormat(header.totalSell, MoneyPattern);
-    if (caption == QLatin1String("Total Deal$"))
-        return basicFormat(header.totalPurchase, MoneyPattern);
-    if (caption == QLatin1String("Total Marg$"))
-        return basicFormat(header.totalMarginAmount, MoneyPattern);
-    if (caption == QLatin1String("Total Cust Disc$"))
-        return basicFormat(header.totalDiscountAmount, MoneyPattern);
-    // The header keeps percentages as percent figures; "%" in the pattern multiplies by 100.
-    if (caption == QLatin1String("Total Cust%"))
-        return invertedPercentText(header.totalCustomerDiscountPercent / 100);
-    if (caption == QLatin1String("Total Deal%"))
-        return invertedPercentText(header.totalDealerDiscountPercent / 100);
-    if (caption == QLatin1String("Total Marg%"))
-        return basicFormat(header.totalMarginPercent / 100, PercentTotalPattern);
-    return {};
+    const std::optional<TotalAmount> total = totalAmount(caption, header);
+    if (!total)
+        return {};
+    return total->inverted ? invertedPercentText(total->value)
+                           : basicFormat(total->value, total->pattern);
 }
 
 std::vector<std::pair<QString, QString>> distinctOptions(const SpecData &spec) {

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -51,6 +52,17 @@ QStringList fieldLines(const QString &joined);
 // A "Total Cust%" or "Total Deal%" text: the fraction formatted "%##0.00000", trimmed, and its
 // sign inverted (deliberate: the percentages read as reductions). Zero is left as formatted.
 QString invertedPercentText(double fraction);
+
+// What a total box of the body shows: the figure behind it, the BASIC pattern it is formatted
+// with, whether it prints with its sign inverted (the discount percentages), and the item
+// column it sums. Nothing for a caption that is no total of the body.
+struct TotalAmount {
+    double value = 0;
+    QString pattern;
+    bool inverted = false;
+    QString summedColumn;
+};
+std::optional<TotalAmount> totalAmount(const QString &caption, const SifHeader &header);
 
 // The value text of a total box, empty for a caption that is no total of the body.
 QString totalText(const QString &caption, const SifHeader &header);

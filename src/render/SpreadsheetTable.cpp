@@ -19,9 +19,6 @@ namespace tavrel {
 
 namespace {
 
-constexpr char16_t WeightPattern[] = u"#.00";
-constexpr char16_t MoneyPattern[] = u"$#,##0.00";
-constexpr char16_t PercentTotalPattern[] = u"%##0.00000";
 constexpr char16_t ChargePattern[] = u"$##0.00";
 
 // What a spreadsheet column shows: the cell of a row column, or one part of the option or
@@ -134,67 +131,14 @@ void addSubLines(SheetTable &table, const std::vector<SheetColumn> &columns, con
 }
 
 // The number behind a total box's value, with the pattern the body formats it with.
-SheetCell totalCell(const QString &caption, const SifHeader &header) {
+SheetCell totalCell(const BodyCellTexts::TotalAmount &total, const QString &text) {
     SheetCell cell;
-    cell.text = BodyCellTexts::totalText(caption, header);
-    if (cell.text.isEmpty())
-        return cell;
-    struct Amount {
-        const char *caption;
-        double SifHeader::*value;
-        const char16_t *pattern;
-    };
-    static const Amount amounts[] = {
-        {"Total Weight", &SifHeader::totalWeight, WeightPattern},
-        {"Total Volume", &SifHeader::totalVolume, WeightPattern},
-        {"Total List$", &SifHeader::totalList, MoneyPattern},
-        {"Total Cust$", &SifHeader::totalSell, MoneyPattern},
-        {"Total Deal$", &SifHeader::totalPurchase, MoneyPattern},
-        {"Total Marg$", &SifHeader::totalMarginAmount, MoneyPattern},
-        {"Total Cust Disc$", &SifHeader::totalDiscountAmount, MoneyPattern},
-    };
-    for (const Amount &amount : amounts) {
-        if (caption == QLatin1String(amount.caption)) {
-            cell.number = header.*amount.value;
-            cell.pattern = QString::fromUtf16(amount.pattern);
-            return cell;
-        }
-    }
-    // The header keeps percent figures; the pattern's "%" multiplies fractions by 100.
-    cell.pattern = QString::fromUtf16(PercentTotalPattern);
-    if (caption == QLatin1String("Total Cust%")) {
-        cell.number = -header.totalCustomerDiscountPercent / 100;
-        cell.signed_ = true;
-    } else if (caption == QLatin1String("Total Deal%")) {
-        cell.number = -header.totalDealerDiscountPercent / 100;
-        cell.signed_ = true;
-    } else if (caption == QLatin1String("Total Marg%")) {
-        cell.number = header.totalMarginPercent / 100;
-    } else {
-        cell.pattern.clear();
-    }
+    cell.text = text;
+    // The discount percentages print with their sign inverted: the number carries it so.
+    cell.number = total.inverted ? -total.value : total.value;
+    cell.pattern = total.pattern;
+    cell.signed_ = total.inverted;
     return cell;
-}
-
-// The item column a total sums up, so that the total stands under its column.
-QString summedColumn(const QString &totalCaption) {
-    static const std::pair<const char *, const char *> pairs[] = {
-        {"Total Weight", "EXT Weight"},
-        {"Total Volume", "EXT Volume"},
-        {"Total List$", "EXT List$"},
-        {"Total Cust$", "EXT Cust$"},
-        {"Total Deal$", "EXT Deal$"},
-        {"Total Marg$", "EXT MG$"},
-        {"Total Cust Disc$", "EXT Cust Disc$"},
-        {"Total Cust%", "Cust%"},
-        {"Total Deal%", "Deal%"},
-        {"Total Marg%", "MG%"},
-    };
-    for (const auto &[total, column] : pairs) {
-        if (totalCaption == QLatin1String(total))
-            return QLatin1String(column);
-    }
-    return {};
 }
 
 void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
@@ -239,11 +183,14 @@ void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
             }
             continue;
         }
-        const SheetCell value = totalCell(box.tCaption, data.spec->header);
-        if (value.text.isEmpty())
+        const std::optional<BodyCellTexts::TotalAmount> total =
+            BodyCellTexts::totalAmount(box.tCaption, data.spec->header);
+        const QString text = BodyCellTexts::totalText(box.tCaption, data.spec->header);
+        if (!total || text.isEmpty())
             continue;
+        const SheetCell value = totalCell(*total, text);
         const QString label = FieldCatalog::totalLabel(box.tCaption);
-        const QString under = summedColumn(box.tCaption);
+        const QString &under = total->summedColumn;
         std::size_t at = 1;
         for (std::size_t c = 0; c < columns.size(); ++c) {
             if (columns[c].source == Source::Cell && columns[c].field == under) {

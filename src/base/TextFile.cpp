@@ -1,5 +1,6 @@
 #include "base/TextFile.h"
 
+#include "base/CheckedWrites.h"
 #include "base/RuntimeError.h"
 #include "base/Windows1252.h"
 
@@ -54,41 +55,6 @@ QStringList splitLines(const QString &text) {
 QStringList readLines(const QString &path) {
     return splitLines(fromWindows1252(readBytes(path)));
 }
-
-namespace {
-
-// Hands every write on to the save file and remembers a short one. Writers such as the PDF
-// engine do not look at what a write returns, and a write that runs into a full disk or the
-// file-size limit returns the part that fit without any error being set.
-class CheckedWrites : public QIODevice {
-public:
-    explicit CheckedWrites(QSaveFile &file)
-        : m_file(file) {
-        QIODevice::open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-    }
-
-    bool shortWrite() const { return m_short; }
-    bool isSequential() const override { return true; }
-
-protected:
-    qint64 readData(char *, qint64) override { return -1; }
-    qint64 writeData(const char *data, qint64 length) override {
-        if (m_short)
-            return -1;
-        const qint64 written = m_file.write(data, length);
-        if (written != length) {
-            m_short = true;
-            return -1;
-        }
-        return written;
-    }
-
-private:
-    QSaveFile &m_file;
-    bool m_short = false;
-};
-
-} // namespace
 
 void writeAtomically(const QString &path, const QByteArray &bytes) {
     // A short write shows as disk full below.

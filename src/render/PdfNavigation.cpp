@@ -1,5 +1,6 @@
 #include "render/PdfNavigation.h"
 
+#include "base/CheckedWrites.h"
 #include "base/RuntimeError.h"
 #include "render/PageAnchors.h"
 
@@ -45,32 +46,6 @@ public:
 
 private:
     QIODevice &m_device;
-};
-
-// Qt's writer ignores failed writes; this device remembers them, so that a full disk is reported
-// as one instead of as a damaged PDF qpdf cannot read.
-class CheckedFile : public QIODevice {
-public:
-    explicit CheckedFile(QFile &file)
-        : m_file(file) {
-        QIODevice::open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-    }
-    bool shortWrite() const { return m_short; }
-    bool isSequential() const override { return true; }
-
-protected:
-    qint64 readData(char *, qint64) override { return -1; }
-    qint64 writeData(const char *data, qint64 length) override {
-        if (m_short || m_file.write(data, length) != length) {
-            m_short = true;
-            return -1;
-        }
-        return length;
-    }
-
-private:
-    QFile &m_file;
-    bool m_short = false;
 };
 
 QPDFObjectHandle unicode(const QString &text) {
@@ -321,7 +296,9 @@ void write(QIODevice &device, const QString &path, const DocumentNavigation &nav
     if (!static_cast<QFile &>(plain).open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         throw RuntimeError(ErrorNumber::PathFileAccessError,
                            QStringLiteral("Cannot write %1 (%2)").arg(path, plain.errorString()));
-    CheckedFile checked(plain);
+    // Qt's writer ignores failed writes: a full disk is reported as one, not as a damaged PDF
+    // qpdf cannot read.
+    CheckedWrites checked(plain);
     writePdf(checked);
     if (checked.shortWrite() || !plain.flush())
         throw RuntimeError(ErrorNumber::DiskFull,

@@ -100,49 +100,11 @@ QByteArray generateSif(int items) {
 
 // The characters the records hold, in bytes (UTF-16).
 std::size_t storedTextBytes(const SpecData &data) {
-    const QString SifItem::*fields[] = {&SifItem::recordNumber,
-                                        &SifItem::partNumber,
-                                        &SifItem::partClassification,
-                                        &SifItem::tag1,
-                                        &SifItem::tag2,
-                                        &SifItem::tag3,
-                                        &SifItem::tag4,
-                                        &SifItem::tag5,
-                                        &SifItem::partDescription,
-                                        &SifItem::extendedDescription,
-                                        &SifItem::modelDescription,
-                                        &SifItem::expandedDescription,
-                                        &SifItem::manufacturerCode,
-                                        &SifItem::carton,
-                                        &SifItem::pzText,
-                                        &SifItem::dpText,
-                                        &SifItem::taText,
-                                        &SifItem::noteCodes,
-                                        &SifItem::noteDescriptions,
-                                        &SifItem::noteCodesRunning,
-                                        &SifItem::noteDescriptionsRunning,
-                                        &SifItem::optionCodes,
-                                        &SifItem::optionDescriptions,
-                                        &SifItem::optionCodesRunning,
-                                        &SifItem::optionDescriptionsRunning,
-                                        &SifItem::imText,
-                                        &SifItem::cmText,
-                                        &SifItem::genericCode,
-                                        &SifItem::specialNumber,
-                                        &SifItem::reportNote,
-                                        &SifItem::sifNote,
-                                        &SifItem::tableOfContents,
-                                        &SifItem::enterpriseCode,
-                                        &SifItem::enterpriseDescription};
-    const QString SifItemTexts::*texts[] = {
-        &SifItemTexts::optionHtml,  &SifItemTexts::optionRtf,    &SifItemTexts::noteCodeHtml,
-        &SifItemTexts::noteCodeRtf, &SifItemTexts::noteTextHtml, &SifItemTexts::noteTextRtf};
     std::size_t bytes = 0;
     for (int i = 1; i <= data.itemCount(); ++i) {
-        for (const auto field : fields)
-            bytes += std::size_t((data.item(i).*field).size()) * sizeof(QChar);
-        for (const auto text : texts)
-            bytes += std::size_t((data.texts(i).*text).size()) * sizeof(QChar);
+        for (auto field = int(ItemText::RecordNumber); field <= int(ItemText::OptionLaterLines);
+             ++field)
+            bytes += std::size_t(data.item(i).text(ItemText(field)).size()) * sizeof(QChar);
     }
     return bytes;
 }

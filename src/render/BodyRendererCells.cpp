@@ -55,8 +55,8 @@ QString cellText(const QString &caption, const SifItem &item) {
     const ItemFieldRow *row = ItemFields::rowForCaption(caption);
     if (!row)
         return {};
-    if (row->text)
-        return item.*row->text;
+    if (row->hasText())
+        return row->textOf(item);
     if (row->kind == ItemFieldKind::Quantity)
         return quantityText(item.*row->number);
     if (row->cellPattern)
@@ -68,8 +68,8 @@ QString subtotalCellText(const QString &caption, const SifItem &item) {
     const ItemFieldRow *row = ItemFields::rowForCaption(caption);
     if (!row)
         return {};
-    if (row->text)
-        return item.*row->text;
+    if (row->hasText())
+        return row->textOf(item);
     if (row->subtotalValue && row->cellPattern)
         return basicFormat(row->subtotalValue(item), row->cellPattern);
     return {};
@@ -139,8 +139,8 @@ std::vector<std::pair<QString, QString>> distinctOptions(const SpecData &spec) {
         const SifItem &item = spec.item(record);
         if (item.isSubtotal())
             continue;
-        const QStringList codes = fieldLines(item.optionCodes);
-        const QStringList descriptions = fieldLines(item.optionDescriptions);
+        const QStringList codes = fieldLines(item.optionCodes());
+        const QStringList descriptions = fieldLines(item.optionDescriptions());
         const qsizetype count = std::max(codes.size(), descriptions.size());
         for (qsizetype i = 0; i < count; ++i) {
             QString code = i < codes.size() ? codes.at(i).trimmed() : QString();

@@ -11,8 +11,8 @@ QHash<int, QString> subtotalGroupStarts(const SpecData &spec) {
         const SifItem &item = spec.item(record);
         if (!item.isSubtotal())
             continue;
-        const QString title = item.partDescription.trimmed();
-        starts.insert(first, title.isEmpty() ? item.partNumber : title);
+        const QString title = item.partDescription().trimmed();
+        starts.insert(first, title.isEmpty() ? item.partNumber() : title);
         first = record + 1;
     }
     return starts;

@@ -43,7 +43,7 @@ SheetCell itemCell(const QString &caption, const SifItem &item, bool subtotal) {
     cell.text = subtotal ? BodyCellTexts::subtotalCellText(caption, item)
                          : BodyCellTexts::cellText(caption, item);
     const ItemFieldRow *row = ItemFields::rowForCaption(caption);
-    if (!row || row->text || cell.text.isEmpty())
+    if (!row || row->hasText() || cell.text.isEmpty())
         return cell;
     if (row->kind == ItemFieldKind::Quantity && !subtotal) {
         cell.number = item.*row->number;
@@ -105,9 +105,10 @@ void addSubLines(SheetTable &table, const std::vector<SheetColumn> &columns, con
         shown = shown || (column.source != Source::Cell && column.notes == notes);
     if (!shown)
         return;
-    const QStringList codes = BodyCellTexts::fieldLines(notes ? item.noteCodes : item.optionCodes);
+    const QStringList codes =
+        BodyCellTexts::fieldLines(notes ? item.noteCodes() : item.optionCodes());
     const QStringList descriptions =
-        BodyCellTexts::fieldLines(notes ? item.noteDescriptions : item.optionDescriptions);
+        BodyCellTexts::fieldLines(notes ? item.noteDescriptions() : item.optionDescriptions());
     const qsizetype count = std::max(codes.size(), descriptions.size());
     for (qsizetype i = 0; i < count; ++i) {
         const QString code = i < codes.size() ? codes.at(i) : QString();

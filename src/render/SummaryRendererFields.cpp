@@ -153,12 +153,12 @@ OptionLists specificationOptions(const SpecData &spec) {
     QStringList descriptions;
     for (int i = 1; i <= spec.itemCount(); ++i) {
         const SifItem &item = spec.item(i);
-        if (item.isSubtotal() || item.optionCodes.isEmpty())
+        if (item.isSubtotal() || item.optionCodes().isEmpty())
             continue;
         // Each item's lists are made the same length first, so that a description never slides
         // onto the code of another item.
-        const QStringList itemCodes = item.optionCodes.split(carriageReturn);
-        QStringList itemDescriptions = item.optionDescriptions.split(carriageReturn);
+        const QStringList itemCodes = item.optionCodes().split(carriageReturn);
+        QStringList itemDescriptions = item.optionDescriptions().split(carriageReturn);
         itemDescriptions.resize(std::max(itemDescriptions.size(), itemCodes.size()));
         codes += itemCodes;
         descriptions += itemDescriptions.mid(0, itemCodes.size());

@@ -42,11 +42,10 @@ enum class SifFill : std::uint8_t {
 struct ItemFieldRow {
     std::string_view code{};    // field code in templates, the job file and the catalogue
     std::string_view caption{}; // the caption a template box shows (exact, misspellings included)
-    std::array<const char *, 2> tags{};  // the SIF tags that fill it, "=" included
-    std::string_view jsonKey{};          // key in the specification JSON
-    QString SifItem::*text = nullptr;    // text member
-    QString SifItem::*running = nullptr; // a list's blank-joined copy, filled with it
-    double SifItem::*number = nullptr;   // numeric member
+    std::array<const char *, 2> tags{}; // the SIF tags that fill it, "=" included
+    std::string_view jsonKey{};         // key in the specification JSON
+    ItemText text = ItemText::None;     // text field
+    double SifItem::*number = nullptr;  // numeric member
     // A value computed from other members, for a field with no member of its own.
     double (*value)(const SifItem &) = nullptr;
     // What a "SUBTOTAL" row prints under the column (its own sum); null: nothing.
@@ -63,6 +62,13 @@ struct ItemFieldRow {
     }
     QString jsonKeyText() const {
         return QString::fromLatin1(jsonKey.data(), qsizetype(jsonKey.size()));
+    }
+    bool hasText() const { return text != ItemText::None; }
+    // The text of the field for an item; a running text follows from its list.
+    QString textOf(const SifItem &item) const {
+        const bool running =
+            text >= ItemText::NoteCodesRunning && text <= ItemText::OptionDescriptionsRunning;
+        return running ? item.runningText(text) : item.text(text);
     }
     // The numeric value of the field for an item (0 for a text field).
     double numberOf(const SifItem &item) const {
@@ -85,21 +91,21 @@ using F = SifFill;
 // clang-format off
 inline constexpr ItemFieldRow rows[] = {
     {.code = "PN", .caption = "Part Number", .tags = {"PN="}, .jsonKey = "PN",
-     .text = &SifItem::partNumber, .fill = F::PartNumber, .length = 16, .catalogPosition = 6},
+     .text = ItemText::PartNumber, .fill = F::PartNumber, .length = 16, .catalogPosition = 6},
     {.code = "SN", .caption = "Special Number", .tags = {"SN="}, .jsonKey = "SN",
-     .text = &SifItem::specialNumber, .fill = F::Text, .length = 10, .catalogPosition = 0},
+     .text = ItemText::SpecialNumber, .fill = F::Text, .length = 10, .catalogPosition = 0},
     {.code = "NL", .caption = "Sif Note", .tags = {"NL="}, .jsonKey = "NL",
-     .text = &SifItem::sifNote, .fill = F::Text, .length = 18, .catalogPosition = 2},
+     .text = ItemText::SifNote, .fill = F::Text, .length = 18, .catalogPosition = 2},
     {.code = "NE", .caption = "Report Note", .tags = {"NE="}, .jsonKey = "NE",
-     .text = &SifItem::reportNote, .fill = F::Text, .length = 25, .catalogPosition = 1},
+     .text = ItemText::ReportNote, .fill = F::Text, .length = 25, .catalogPosition = 1},
     {.code = "TC", .caption = "Table of Contensts", .tags = {"TC="}, .jsonKey = "TC",
-     .text = &SifItem::tableOfContents, .fill = F::Text, .length = 10, .catalogPosition = 3},
+     .text = ItemText::TableOfContents, .fill = F::Text, .length = 10, .catalogPosition = 3},
     {.code = "EC", .caption = "Enterprise Code", .tags = {"EC="}, .jsonKey = "EC",
-     .text = &SifItem::enterpriseCode, .fill = F::Text, .length = 3, .catalogPosition = 4},
+     .text = ItemText::EnterpriseCode, .fill = F::Text, .length = 3, .catalogPosition = 4},
     {.code = "DE", .caption = "Enterprise Description", .tags = {"DE="}, .jsonKey = "DE",
-     .text = &SifItem::enterpriseDescription, .fill = F::Text, .length = 18, .catalogPosition = 5},
+     .text = ItemText::EnterpriseDescription, .fill = F::Text, .length = 18, .catalogPosition = 5},
     {.code = "PC", .caption = "Part Classification", .tags = {"PC="}, .jsonKey = "PC",
-     .text = &SifItem::partClassification, .fill = F::Text, .length = 20, .catalogPosition = 8},
+     .text = ItemText::PartClassification, .fill = F::Text, .length = 20, .catalogPosition = 8},
     {.code = "WT", .caption = "Weight", .tags = {"WT="}, .jsonKey = "WT",
      .number = &SifItem::weight, .cellPattern = AmountPattern, .kind = K::Measure,
      .fill = F::Number, .length = 9, .catalogPosition = 10},
@@ -107,33 +113,33 @@ inline constexpr ItemFieldRow rows[] = {
      .number = &SifItem::volume, .cellPattern = AmountPattern, .kind = K::Measure,
      .fill = F::Number, .length = 9, .catalogPosition = 17},
     {.code = "T1", .caption = "Tag 1", .tags = {"T1=", "TG="}, .jsonKey = "T1",
-     .text = &SifItem::tag1, .fill = F::Text, .length = 10, .catalogPosition = 18},
+     .text = ItemText::Tag1, .fill = F::Text, .length = 10, .catalogPosition = 18},
     {.code = "T2", .caption = "Tag 2", .tags = {"T2=", "GC="}, .jsonKey = "T2",
-     .text = &SifItem::tag2, .fill = F::Text, .length = 24, .catalogPosition = 19},
-    {.code = "T3", .caption = "Tag 3", .tags = {"T3="}, .jsonKey = "T3", .text = &SifItem::tag3,
+     .text = ItemText::Tag2, .fill = F::Text, .length = 24, .catalogPosition = 19},
+    {.code = "T3", .caption = "Tag 3", .tags = {"T3="}, .jsonKey = "T3", .text = ItemText::Tag3,
      .fill = F::Text, .length = 24, .catalogPosition = 20},
-    {.code = "T4", .caption = "Tag 4", .tags = {"T4="}, .jsonKey = "T4", .text = &SifItem::tag4,
+    {.code = "T4", .caption = "Tag 4", .tags = {"T4="}, .jsonKey = "T4", .text = ItemText::Tag4,
      .fill = F::Text, .length = 24, .catalogPosition = 21},
-    {.code = "T5", .caption = "Tag 5", .tags = {"T5="}, .jsonKey = "T5", .text = &SifItem::tag5,
+    {.code = "T5", .caption = "Tag 5", .tags = {"T5="}, .jsonKey = "T5", .text = ItemText::Tag5,
      .fill = F::Text, .length = 24, .catalogPosition = 23},
     {.code = "PD", .caption = "Part Description", .tags = {"PD="}, .jsonKey = "PD",
-     .text = &SifItem::partDescription, .fill = F::Text, .length = 34, .catalogPosition = 24},
+     .text = ItemText::PartDescription, .fill = F::Text, .length = 34, .catalogPosition = 24},
     {.code = "PE", .caption = "Extended Description", .tags = {"PE="}, .jsonKey = "PE",
-     .text = &SifItem::extendedDescription, .fill = F::Text, .length = 24, .catalogPosition = 25},
+     .text = ItemText::ExtendedDescription, .fill = F::Text, .length = 24, .catalogPosition = 25},
     {.code = "MD", .caption = "Model Description", .tags = {"MD="}, .jsonKey = "MD",
-     .text = &SifItem::modelDescription, .fill = F::Text, .length = 33, .catalogPosition = 27},
+     .text = ItemText::ModelDescription, .fill = F::Text, .length = 33, .catalogPosition = 27},
     {.code = "ED", .caption = "Expanded Description", .tags = {"ED="}, .jsonKey = "ED",
-     .text = &SifItem::expandedDescription, .fill = F::Text, .length = 60, .catalogPosition = 26},
+     .text = ItemText::ExpandedDescription, .fill = F::Text, .length = 60, .catalogPosition = 26},
     {.code = "MC", .caption = "Mfg", .tags = {"MC="}, .jsonKey = "MC",
-     .text = &SifItem::manufacturerCode, .fill = F::Text, .length = 5, .catalogPosition = 28},
+     .text = ItemText::ManufacturerCode, .fill = F::Text, .length = 5, .catalogPosition = 28},
     {.code = "QT", .caption = "Qty", .tags = {"QT="}, .jsonKey = "QT", .number = &SifItem::quantity,
      .kind = K::Quantity, .fill = F::Number, .length = 5, .catalogPosition = 39},
-    {.code = "QC", .caption = "Carton", .tags = {"QC="}, .jsonKey = "QC", .text = &SifItem::carton,
+    {.code = "QC", .caption = "Carton", .tags = {"QC="}, .jsonKey = "QC", .text = ItemText::Carton,
      .fill = F::Text, .length = 3, .catalogPosition = 22},
     {.code = "PL", .caption = "List$", .tags = {"PL="}, .jsonKey = "PL",
      .number = &SifItem::listPrice, .cellPattern = AmountPattern, .kind = K::Amount,
      .fill = F::Number, .length = 9, .catalogPosition = 40},
-    {.code = "PZ", .caption = "PZ", .tags = {"PZ="}, .jsonKey = "PZ", .text = &SifItem::pzText,
+    {.code = "PZ", .caption = "PZ", .tags = {"PZ="}, .jsonKey = "PZ", .text = ItemText::PzText,
      .fill = F::Text, .length = 3, .catalogPosition = 45},
     {.code = "S-", .caption = "Cust%", .tags = {"S-="}, .jsonKey = "S-",
      .number = &SifItem::customerPercent, .cellPattern = PercentPattern, .kind = K::Percentage,
@@ -148,17 +154,15 @@ inline constexpr ItemFieldRow rows[] = {
      .number = &SifItem::buyPrice, .cellPattern = AmountPattern, .kind = K::Amount,
      .fill = F::Number, .length = 9, .catalogPosition = 31},
     {.code = "ON", .caption = "Option Code", .tags = {"ON="}, .jsonKey = "ON",
-     .text = &SifItem::optionCodes, .running = &SifItem::optionCodesRunning, .kind = K::OptionList,
+     .text = ItemText::OptionCodes, .kind = K::OptionList,
      .fill = F::OptionList, .length = 49, .catalogPosition = 33},
     {.code = "OD", .caption = "Option Description", .tags = {"OD="}, .jsonKey = "OD",
-     .text = &SifItem::optionDescriptions, .running = &SifItem::optionDescriptionsRunning,
-     .kind = K::OptionList, .fill = F::OptionList, .length = 34, .catalogPosition = 34},
+     .text = ItemText::OptionDescriptions, .kind = K::OptionList, .fill = F::OptionList, .length = 34, .catalogPosition = 34},
     {.code = "AN", .caption = "Option Note Code", .tags = {"AN="}, .jsonKey = "AN",
-     .text = &SifItem::noteCodes, .running = &SifItem::noteCodesRunning, .kind = K::OptionList,
+     .text = ItemText::NoteCodes, .kind = K::OptionList,
      .fill = F::NoteCodeList, .length = 49, .catalogPosition = 35},
     {.code = "AD", .caption = "Option Note Description", .tags = {"AD="}, .jsonKey = "AD",
-     .text = &SifItem::noteDescriptions, .running = &SifItem::noteDescriptionsRunning,
-     .kind = K::OptionList, .fill = F::NoteTextList, .length = 34, .catalogPosition = 36},
+     .text = ItemText::NoteDescriptions, .kind = K::OptionList, .fill = F::NoteTextList, .length = 34, .catalogPosition = 36},
     {.code = "WTE", .caption = "EXT Weight", .jsonKey = "WTE", .number = &SifItem::extendedWeight,
      .subtotalValue = [](const SifItem &i) { return i.weight; }, .cellPattern = AmountPattern,
      .kind = K::Measure, .length = 11, .catalogPosition = 11},
@@ -166,7 +170,7 @@ inline constexpr ItemFieldRow rows[] = {
      .subtotalValue = [](const SifItem &i) { return i.volume; }, .cellPattern = AmountPattern,
      .kind = K::Measure, .length = 11, .catalogPosition = 12},
     {.code = "CG", .caption = "Generic Code", .tags = {"CG="}, .jsonKey = "CG",
-     .text = &SifItem::genericCode, .fill = F::Text, .length = 8, .catalogPosition = 9},
+     .text = ItemText::GenericCode, .fill = F::Text, .length = 8, .catalogPosition = 9},
     {.code = "SPE", .caption = "EXT Cust$", .jsonKey = "SPE", .number = &SifItem::extendedSell,
      .subtotalValue = [](const SifItem &i) { return i.sellPrice; }, .cellPattern = AmountPattern,
      .kind = K::Amount, .length = 11, .catalogPosition = 13},
@@ -194,27 +198,27 @@ inline constexpr ItemFieldRow rows[] = {
      .subtotalValue = [](const SifItem &i) { return i.sellPrice - i.buyPrice; },
      .cellPattern = AmountPattern, .kind = K::Amount, .length = 11, .catalogPosition = 16},
     {.code = "REC", .caption = "Rec#", .tags = {"RN="}, .jsonKey = "RN",
-     .text = &SifItem::recordNumber, .fill = F::Text, .length = 5, .catalogPosition = 7},
+     .text = ItemText::RecordNumber, .fill = F::Text, .length = 5, .catalogPosition = 7},
     {.code = "ONN", .caption = "Option Code / Description", .jsonKey = "ONN",
-     .text = &SifItem::optionCodesRunning, .kind = K::OptionList, .length = 16,
+     .text = ItemText::OptionCodesRunning, .kind = K::OptionList, .length = 16,
      .catalogPosition = 37},
     {.code = "ANN", .caption = "Option Note Code / Description", .jsonKey = "ANN",
-     .text = &SifItem::noteCodesRunning, .kind = K::OptionList, .length = 16,
+     .text = ItemText::NoteCodesRunning, .kind = K::OptionList, .length = 16,
      .catalogPosition = 38},
     // No field code: printed under a caption of their own, or not printed at all.
     {.tags = {"DD="}, .jsonKey = "DD", .number = &SifItem::ddAmount, .kind = K::Amount,
      .fill = F::Number},
     {.jsonKey = "DDE", .number = &SifItem::extendedDd, .kind = K::Amount},
     {.jsonKey = "SPE2", .number = &SifItem::extendedSellCopy, .kind = K::Amount},
-    {.tags = {"DP="}, .jsonKey = "DP", .text = &SifItem::dpText, .fill = F::Text},
-    {.caption = "Taxable", .tags = {"TA="}, .jsonKey = "TA", .text = &SifItem::taText,
+    {.tags = {"DP="}, .jsonKey = "DP", .text = ItemText::DpText, .fill = F::Text},
+    {.caption = "Taxable", .tags = {"TA="}, .jsonKey = "TA", .text = ItemText::TaText,
      .kind = K::Tax, .fill = F::Text},
-    {.caption = "Image", .tags = {"IM="}, .jsonKey = "IM", .text = &SifItem::imText,
+    {.caption = "Image", .tags = {"IM="}, .jsonKey = "IM", .text = ItemText::ImText,
      .kind = K::Picture, .fill = F::Text},
-    {.caption = "Complete", .tags = {"CM="}, .jsonKey = "CM", .text = &SifItem::cmText,
+    {.caption = "Complete", .tags = {"CM="}, .jsonKey = "CM", .text = ItemText::CmText,
      .kind = K::Status, .fill = F::Text},
-    {.jsonKey = "ADN", .text = &SifItem::noteDescriptionsRunning, .kind = K::OptionList},
-    {.jsonKey = "ODN", .text = &SifItem::optionDescriptionsRunning, .kind = K::OptionList},
+    {.jsonKey = "ADN", .text = ItemText::NoteDescriptionsRunning, .kind = K::OptionList},
+    {.jsonKey = "ODN", .text = ItemText::OptionDescriptionsRunning, .kind = K::OptionList},
 };
 // clang-format on
 

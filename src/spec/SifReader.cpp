@@ -30,8 +30,6 @@ constexpr unsigned tag(const char (&text)[4]) {
 const QString notesCodeMarker = QStringLiteral("[=Notes:=]");
 const QString notesTextMarker = QStringLiteral("= = = = = = = = = [Notes:] = = = = = = = = =");
 const QString carriageReturn = QStringLiteral("\r");
-const QString htmlBreak = QStringLiteral(" <BR> ");
-const QString rtfBreak = QStringLiteral(" \\line ");
 
 // Upper-cases one character at a time, keeping a character whose capital form is not a single
 // Windows-1252 character (so "ß" and "µ" stay as the parent application's code page has them).
@@ -74,7 +72,8 @@ private:
     const QString &m_specFileName;
     SpecData &m_data;
     SifItem *m_item = nullptr;
-    SifItemTexts *m_texts = nullptr;
+    // The current item's option lines after the first of each list, in the file's order.
+    QStringList m_laterOptionLines;
     const char *m_value = nullptr;
     qsizetype m_valueSize = 0;
     QString m_numberBuffer;
@@ -82,15 +81,14 @@ private:
     void applyLine(const char *line, qsizetype size);
     void applyHeaderTag(unsigned key);
     void applyItemTag(const ItemFieldRow &row);
-    void applyListLine(const ItemFieldRow &row, QString &html, QString &rtf, const QString *marker);
+    void applyListLine(const ItemFieldRow &row, const QString *marker);
 
     QString text() const { return fromWindows1252(m_value, m_valueSize); }
     std::optional<double> parsedNumber();
     double number() { return parsedNumber().value_or(0.0); }
     SifItem &item();
-    // The current record's HTML and RTF texts; throws like item() before the first record.
-    SifItemTexts &texts();
     void startItem(const ItemFieldRow &partNumber);
+    void finishItem();
 };
 
 void SifParser::parse(const QByteArray &bytes) {
@@ -106,6 +104,7 @@ void SifParser::parse(const QByteArray &bytes) {
             ++end;
         start = end + 1;
     }
+    finishItem();
 }
 
 void SifParser::applyLine(const char *line, qsizetype size) {
@@ -176,16 +175,23 @@ SifItem &SifParser::item() {
     return *m_item;
 }
 
-SifItemTexts &SifParser::texts() {
-    item();
-    return *m_texts;
-}
-
 void SifParser::startItem(const ItemFieldRow &partNumber) {
+    finishItem();
     const int index = m_data.appendItem();
     m_item = &m_data.item(index);
-    m_texts = &m_data.texts(index);
-    m_item->*partNumber.text = upperCased(text());
+    m_item->setText(partNumber.text, upperCased(text()));
+}
+
+void SifParser::finishItem() {
+    if (!m_item)
+        return;
+    // Nearly every file alternates code and description lines; only an item whose later lines
+    // came in another order keeps that order.
+    if (m_laterOptionLines !=
+        usualLaterOptionLines(m_item->optionCodes(), m_item->optionDescriptions()))
+        m_item->editText(ItemText::OptionLaterLines) = m_laterOptionLines.join(carriageReturn);
+    m_laterOptionLines.clear();
+    m_item->squeeze();
 }
 
 void SifParser::applyHeaderTag(unsigned key) {
@@ -229,8 +235,7 @@ void SifParser::applyItemTag(const ItemFieldRow &row) {
         startItem(row);
         return;
     case SifFill::Text: {
-        SifItem &current = item();
-        current.*row.text = text();
+        item().setText(row.text, text());
         return;
     }
     case SifFill::Number: {
@@ -256,50 +261,36 @@ void SifParser::applyItemTag(const ItemFieldRow &row) {
             current.*row.number = Totals::checked(current.marginAmount * 100);
         return;
     }
-    case SifFill::OptionList: {
-        SifItemTexts &current = texts();
-        applyListLine(row, current.optionHtml, current.optionRtf, nullptr);
+    case SifFill::OptionList:
+        applyListLine(row, nullptr);
         return;
-    }
-    case SifFill::NoteCodeList: {
-        SifItemTexts &current = texts();
-        applyListLine(row, current.noteCodeHtml, current.noteCodeRtf, &notesCodeMarker);
+    case SifFill::NoteCodeList:
+        applyListLine(row, &notesCodeMarker);
         return;
-    }
-    case SifFill::NoteTextList: {
-        SifItemTexts &current = texts();
-        applyListLine(row, current.noteTextHtml, current.noteTextRtf, &notesTextMarker);
+    case SifFill::NoteTextList:
+        applyListLine(row, &notesTextMarker);
         return;
-    }
     case SifFill::None:
         return;
     }
 }
 
-void SifParser::applyListLine(const ItemFieldRow &row, QString &html, QString &rtf,
-                              const QString *marker) {
+void SifParser::applyListLine(const ItemFieldRow &row, const QString *marker) {
     SifItem &current = item();
     // An empty entry still takes its line.
     const QString value = m_valueSize == 0 ? QStringLiteral(" ") : text();
-    QString &joined = current.*row.text;
-    QString &running = current.*row.running;
+    QString &joined = current.editText(row.text);
     if (!joined.isEmpty()) {
         joined += carriageReturn + value;
-        running += QLatin1Char(' ') + value;
-        html += htmlBreak + value;
-        rtf += rtfBreak + value;
+        if (!marker)
+            m_laterOptionLines.append(value);
     } else if (marker) {
-        // The notes block opens with its heading line; the running text keeps the same
-        // carriage return after the heading, deliberately.
+        // The notes block opens with its heading line.
         joined = *marker + carriageReturn + value;
-        running = joined;
-        html = *marker + htmlBreak + value;
-        rtf = *marker + rtfBreak + value;
     } else {
         // Deliberate: the first option line goes into the fields only; the HTML and RTF texts
         // collect the later lines.
         joined = value;
-        running = value;
     }
 }
 

@@ -17,8 +17,8 @@ QJsonObject itemValues(const SifItem &item) {
     for (const ItemFieldRow &row : ItemFields::rows) {
         if (row.jsonKey.empty())
             continue;
-        if (row.text)
-            object.insert(row.jsonKeyText(), item.*row.text);
+        if (row.hasText())
+            object.insert(row.jsonKeyText(), row.textOf(item));
         else
             object.insert(row.jsonKeyText(), row.numberOf(item));
     }
@@ -52,8 +52,9 @@ void addParty(QJsonObject &object, QChar prefix, QLatin1String codeTag, QLatin1S
 
 } // namespace
 
-QJsonObject item(const SifItem &item, const SifItemTexts &texts) {
+QJsonObject item(const SifItem &item) {
     QJsonObject object = itemValues(item);
+    const SifItemTexts texts = SifItemTexts::of(item);
     const std::initializer_list<std::pair<const char *, const QString *>> textFields = {
         {"OptionHtml", &texts.optionHtml},     {"OptionRtf", &texts.optionRtf},
         {"NoteCodeHtml", &texts.noteCodeHtml}, {"NoteCodeRtf", &texts.noteCodeRtf},
@@ -127,7 +128,7 @@ QJsonObject document(const SpecData &data, const OrderData &orderData,
                      std::optional<double> chargeSum, const FieldLengths &lengths) {
     QJsonArray items;
     for (int i = 1; i <= data.itemCount(); ++i)
-        items.append(item(data.item(i), data.texts(i)));
+        items.append(item(data.item(i)));
     return {
         {QStringLiteral("items"), items},
         {QStringLiteral("header"), header(data.header)},
@@ -161,8 +162,7 @@ void write(const SpecData &data, const OrderData &orderData, std::optional<doubl
          ",\n    \"header\": " + nested(header(data.header), 1) + ",\n    \"items\": [\n");
     const int count = data.itemCount();
     for (int i = 1; i <= count; ++i) {
-        sink("        " + nested(item(data.item(i), data.texts(i)), 2) +
-             (i < count ? ",\n" : "\n"));
+        sink("        " + nested(item(data.item(i)), 2) + (i < count ? ",\n" : "\n"));
     }
     sink("    ],\n    \"order\": " + nested(order(orderData, chargeSum), 1) + "\n}\n");
 }

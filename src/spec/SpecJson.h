@@ -18,7 +18,7 @@ namespace tavrel {
 // in their shortest form that reads back to the same double.
 namespace SpecJson {
 
-QJsonObject item(const SifItem &item, const SifItemTexts &texts);
+QJsonObject item(const SifItem &item);
 QJsonObject header(const SifHeader &header);
 // chargeSum is written as null when there is none (the sum failed).
 QJsonObject order(const OrderData &order, std::optional<double> chargeSum);

@@ -119,8 +119,8 @@ void computeSubtotalOptions(SpecData &data) {
     for (int i = 1; i <= count; ++i) {
         const SifItem &item = data.item(i);
         if (!item.isSubtotal()) {
-            appendEntry(groups.back().first, item.optionCodes);
-            appendEntry(groups.back().second, item.optionDescriptions);
+            appendEntry(groups.back().first, item.optionCodes());
+            appendEntry(groups.back().second, item.optionDescriptions());
         } else if (i != count) {
             groups.emplace_back();
         }
@@ -135,8 +135,7 @@ void computeSubtotalOptions(SpecData &data) {
         SifItem &item = data.item(i);
         if (!item.isSubtotal())
             continue;
-        item.optionCodes = groups[group].first;
-        item.optionDescriptions = groups[group].second;
+        item.replaceOptions(groups[group].first, groups[group].second);
         ++group;
     }
 }

@@ -10,7 +10,7 @@ namespace {
 
 SifItem sampleItem() {
     SifItem item;
-    item.partNumber = QStringLiteral("RD7236L");
+    item.setText(ItemText::PartNumber, QStringLiteral("RD7236L"));
     item.quantity = 3;
     item.listPrice = 1234.5;
     item.extendedList = 3703.5;
@@ -22,8 +22,8 @@ SifItem sampleItem() {
     item.marginPercent = 25;
     item.marginAmount = 150;
     item.weight = 0;
-    item.tag1 = QStringLiteral("Lobby");
-    item.cmText = QStringLiteral("4");
+    item.setText(ItemText::Tag1, QStringLiteral("Lobby"));
+    item.setText(ItemText::CmText, QStringLiteral("4"));
     return item;
 }
 

@@ -86,8 +86,8 @@ struct BodyRun {
 
     SifItem &add(const QString &partNumber, const QString &description = QString()) {
         SifItem &item = spec.item(spec.appendItem());
-        item.partNumber = partNumber;
-        item.partDescription = description;
+        item.setText(ItemText::PartNumber, partNumber);
+        item.setText(ItemText::PartDescription, description);
         item.quantity = 1;
         return item;
     }
@@ -222,12 +222,12 @@ void BodyRendererTest::subtotalRows() {
     a.quantity = 2;
     a.listPrice = 100;
     a.extendedList = 200;
-    a.optionCodes = QStringLiteral("OPT-A");
-    a.optionDescriptions = QStringLiteral("Walnut");
+    a.setText(ItemText::OptionCodes, QStringLiteral("OPT-A"));
+    a.setText(ItemText::OptionDescriptions, QStringLiteral("Walnut"));
     SifItem &sub = run.add(QStringLiteral("SUBTOTAL"), QStringLiteral("Subtotal - Lobby"));
     sub.listPrice = 200;
-    sub.optionCodes = QStringLiteral("OPT-A");
-    sub.optionDescriptions = QStringLiteral("Walnut");
+    sub.setText(ItemText::OptionCodes, QStringLiteral("OPT-A"));
+    sub.setText(ItemText::OptionDescriptions, QStringLiteral("Walnut"));
     run.run(listTemplate());
 
     const TextItem *name = run.text(1, QStringLiteral("Subtotal - Lobby"));
@@ -263,11 +263,11 @@ void BodyRendererTest::optionAndNoteLinesAcrossAPageBreak() {
         codes << QStringLiteral("C%1").arg(i);
         descriptions << QStringLiteral("Description %1").arg(i);
     }
-    item.optionCodes = codes.join(QLatin1Char('\r'));
-    item.optionDescriptions = descriptions.join(QLatin1Char('\r'));
-    item.noteCodes = QStringLiteral("[=Notes:=]\rN1");
-    item.noteDescriptions =
-        QStringLiteral("= = = = = = = = = [Notes:] = = = = = = = = =\rNote one");
+    item.setText(ItemText::OptionCodes, codes.join(QLatin1Char('\r')));
+    item.setText(ItemText::OptionDescriptions, descriptions.join(QLatin1Char('\r')));
+    item.setText(ItemText::NoteCodes, QStringLiteral("[=Notes:=]\rN1"));
+    item.setText(ItemText::NoteDescriptions,
+                 QStringLiteral("= = = = = = = = = [Notes:] = = = = = = = = =\rNote one"));
     run.run(listTemplate());
 
     // Taller than a page with its lines: the row stays, the lines flow on one by one.

@@ -263,13 +263,13 @@ void SummaryRendererTest::optionsPrintThreeTexts() {
     SummaryRun run;
     run.layout.other.realONNWidth = 1500;
     const int item = run.spec.appendItem();
-    run.spec.item(item).partNumber = QStringLiteral("DESK");
-    run.spec.item(item).optionCodes = QStringLiteral("FIN\rBAS");
-    run.spec.item(item).optionDescriptions = QStringLiteral("Walnut\rSteel");
+    run.spec.item(item).setText(ItemText::PartNumber, QStringLiteral("DESK"));
+    run.spec.item(item).setText(ItemText::OptionCodes, QStringLiteral("FIN\rBAS"));
+    run.spec.item(item).setText(ItemText::OptionDescriptions, QStringLiteral("Walnut\rSteel"));
     const int other = run.spec.appendItem();
-    run.spec.item(other).partNumber = QStringLiteral("CHAIR");
-    run.spec.item(other).optionCodes = QStringLiteral("FIN");
-    run.spec.item(other).optionDescriptions = QStringLiteral("Walnut");
+    run.spec.item(other).setText(ItemText::PartNumber, QStringLiteral("CHAIR"));
+    run.spec.item(other).setText(ItemText::OptionCodes, QStringLiteral("FIN"));
+    run.spec.item(other).setText(ItemText::OptionDescriptions, QStringLiteral("Walnut"));
     run.box(QStringLiteral("Total Option / Description"), 500, 0, 9000, 260);
     run.render();
 

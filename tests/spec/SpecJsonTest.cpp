@@ -91,12 +91,12 @@ void SpecJsonTest::streamedTextIsTheDocumentsText() {
     for (int i = 1; i <= items; ++i) {
         const int index = data.appendItem();
         SifItem &item = data.item(index);
-        item.partNumber = QStringLiteral("P%1").arg(i);
-        item.partDescription = awkward.repeated(i);
+        item.setText(ItemText::PartNumber, QStringLiteral("P%1").arg(i));
+        item.setText(ItemText::PartDescription, awkward.repeated(i));
         item.quantity = 0.1 * i;
         item.listPrice = i == 2 ? 1e300 : -2.5;
-        item.optionCodes = QStringLiteral("A\rB");
-        data.texts(index).optionHtml = QStringLiteral("<BR>");
+        item.setText(ItemText::OptionCodes, QStringLiteral("A\rB"));
+        item.setText(ItemText::OptionDescriptions, QStringLiteral("x\ry"));
     }
     data.header.totalList = 16;
     data.header.stText = awkward;

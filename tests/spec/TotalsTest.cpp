@@ -85,8 +85,8 @@ void TotalsTest::subtotalOptions() {
     QStringList actualDescriptions;
     for (int i = 1; i <= data.itemCount(); ++i) {
         if (data.item(i).isSubtotal()) {
-            actualCodes << data.item(i).optionCodes;
-            actualDescriptions << data.item(i).optionDescriptions;
+            actualCodes << data.item(i).optionCodes();
+            actualDescriptions << data.item(i).optionDescriptions();
         }
     }
     QCOMPARE(actualCodes, codes);

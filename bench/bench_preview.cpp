@@ -1,28 +1,26 @@
-// How soon the preview can show a page of a big job: the body laid out by a LayoutJob on its own
-// thread, as the preview window runs it, publishing pages to the preview's document.
+// How soon the preview can show a page of a big job: the report laid out by a LayoutJob on its
+// own thread, as the preview window runs it, publishing pages to the preview's document. The job
+// is read and the report set up as the preview and the command line do, so the pages are theirs.
 //
-//   bench_preview ITEMS.sif TEMPLATE.cst [PAGE]     (PAGE default 5000)
+//   bench_preview JOB.ini TEMPLATE.cst [PAGE]     (PAGE default 5000)
 //
-// ITEMS.sif comes from the benchmark harness's gen_items.py, TEMPLATE.cst from
-// `bench_body --write-template`. Prints, from the start of the layout, when page 1 and page PAGE
-// reached the preview's document, how long drawing each at screen resolution took (what the
-// preview does to show it), and when the layout ended. Prints figures; never fails on them.
+// JOB.ini names the SIF file (render_e2e.py writes one for the harness's gen_items.py files),
+// TEMPLATE.cst comes from `bench_body --write-template`. Prints, from the start of the layout,
+// when page 1 and page PAGE reached the preview's document, how long drawing each at screen
+// resolution took (what the preview does to show it), and when the layout ended. Prints figures;
+// never fails on them.
 
 #include "base/ScriptedPrompter.h"
-#include "render/BodyRenderer.h"
 #include "render/LayoutJob.h"
-#include "render/OutputHelpers.h"
 #include "render/PageEngine.h"
 #include "render/PageReplay.h"
-#include "render/PrintJob.h"
-#include "render/ReportData.h"
-#include "spec/FieldLengths.h"
-#include "spec/SifReader.h"
-#include "spec/SpecData.h"
-#include "templates/TemplateReader.h"
+#include "shell/AppContext.h"
+#include "shell/ReportJob.h"
+#include "shell/SettingsStore.h"
+#include "shell/Startup.h"
+#include "templates/ReportSelection.h"
 
 #include <QElapsedTimer>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
@@ -60,36 +58,25 @@ int main(int argc, char **argv) {
     const QStringList args = app.arguments();
     if (args.size() < 3) {
         // run.sh starts every benchmark bare; render_e2e.py runs this one with its files.
-        std::printf("usage: bench_preview ITEMS.sif TEMPLATE.cst [PAGE] (run by render_e2e.py)\n");
+        std::printf("usage: bench_preview JOB.ini TEMPLATE.cst [PAGE] (run by render_e2e.py)\n");
         return 0;
     }
     const int farPage = args.size() > 3 ? args.at(3).toInt() : 5000;
 
-    SpecData spec;
-    readSif(args.at(1), QFileInfo(args.at(1)).fileName(), spec);
     ScriptedPrompter prompter;
-    const TemplateLayout layout = TemplateReader::load(args.at(2), prompter);
-    if (layout.placedBoxCount() == 0) {
-        std::fprintf(stderr, "no body template at %s\n", qPrintable(args.at(2)));
+    AppContext context;
+    if (!Startup::loadJob(context, args.at(1), QString(), prompter, PrinterList{})) {
+        std::fprintf(stderr, "cannot read the job %s\n", qPrintable(args.at(1)));
         return 1;
     }
-    const FieldLengths lengths = FieldLengths::builtIn();
-    ReportData data;
-    data.spec = &spec;
-    data.fieldLengths = &lengths;
-    data.showLabel = false;
-    data.reportTime = QDateTime(QDate(2025, 1, 15), QTime(0, 0));
+    ReportSelection selection; // the body alone, as render_e2e.py runs the command line
+    selection.templates[1] = args.at(2);
+    selection.printable[1] = ReportSelection::flag(true);
+    ReportJob report(context, selection, prompter);
 
     PageEngine preview; // the preview window's document
-    LayoutJob job([&](PageEngine &engine, const CancelToken &) {
-        BodyRenderer renderer(layout, data);
-        JobState state;
-        state.bodyPrintable = true;
-        PrintSettings settings;
-        settings.marginLeft = settings.marginRight = settings.marginTop = settings.marginBottom =
-            720;
-        OutputHelpers out(engine, state);
-        PrintDocument(out, state, settings, {nullptr, &renderer, nullptr});
+    LayoutJob job([&report](PageEngine &engine, const CancelToken &cancel) {
+        report.layOut(engine, &cancel);
     });
     job.setTarget(&preview);
 
@@ -116,7 +103,7 @@ int main(int argc, char **argv) {
         std::printf("layout failed: error %d\n", job.error()->number());
         return 0;
     }
-    std::printf("items %d, pages %d\n", spec.itemCount(), int(preview.pages().size()));
+    std::printf("items %d, pages %d\n", context.spec.itemCount(), int(preview.pages().size()));
     std::printf("page 1 on screen after %.0f ms (drawing it %.1f ms)\n", firstShown, firstDraw);
     if (farShown >= 0)
         std::printf("page %d on screen after %.0f ms (drawing it %.1f ms)\n", farPage, farShown,

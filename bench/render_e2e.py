@@ -183,7 +183,8 @@ def main():
         size = 100000 if 100000 in sizes else max(sizes)
         print("== preview, %d items" % size)
         sys.stdout.flush()
-        subprocess.run([preview, make_sif(harness, work, size), template, "5000"],
+        job = write_job(work, size, make_sif(harness, work, size))
+        subprocess.run([preview, job, template, "5000"],
                        env=dict(os.environ, QT_QPA_PLATFORM="offscreen"))
     return 0
 

@@ -101,22 +101,15 @@ void BodyRenderer::prepare(PageEngine &engine) {
                      [](const CustomTemplate &a, const CustomTemplate &b) {
                          return a.tTop != b.tTop ? a.tTop < b.tTop : a.tLeft < b.tLeft;
                      });
-    buildCellGrid();
     m_groupStarts = m_data.spec ? subtotalGroupStarts(*m_data.spec) : QHash<int, QString>();
 }
 
-void BodyRenderer::buildCellGrid() {
-    const int records = m_data.spec ? m_data.spec->itemCount() : 0;
-    m_cells.assign(m_rowColumns.size(), {});
+void BodyRenderer::loadRowCells(const SifItem &item) {
+    m_rowCells.resize(m_rowColumns.size());
     for (std::size_t c = 0; c < m_rowColumns.size(); ++c) {
         const QString &caption = m_columns[std::size_t(m_rowColumns[c])].box.tCaption;
-        std::vector<QString> &texts = m_cells[c];
-        texts.reserve(std::size_t(records));
-        for (int record = 1; record <= records; ++record) {
-            const SifItem &item = m_data.spec->item(record);
-            texts.push_back(item.isSubtotal() ? BodyCellTexts::subtotalCellText(caption, item)
-                                              : BodyCellTexts::cellText(caption, item));
-        }
+        m_rowCells[c] = item.isSubtotal() ? BodyCellTexts::subtotalCellText(caption, item)
+                                          : BodyCellTexts::cellText(caption, item);
     }
 }
 
@@ -147,7 +140,7 @@ void BodyRenderer::render(OutputHelpers &out) {
         m_bands->draw(out, PageBands::Band::Footer, engine.PreviewPage(), 0);
     m_pageCount = engine.PreviewPage() - m_firstPage + 1;
     m_out = nullptr;
-    m_cells.clear();
+    m_rowCells.clear();
 }
 
 void BodyRenderer::drawPageFieldBand(OutputHelpers &out, Band band, int pageNumber, int pageTotal) {

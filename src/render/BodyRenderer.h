@@ -69,7 +69,8 @@ private:
     };
 
     void prepare(PageEngine &engine);
-    void buildCellGrid();
+    // The cell texts of one record, into m_rowCells.
+    void loadRowCells(const SifItem &item);
     void startPageTop(OutputHelpers &out);
     void drawCaptionRow(OutputHelpers &out);
     // Whether a rectangle goes with the totals section (see BodyLayout::framesTotals).
@@ -80,10 +81,10 @@ private:
 
     // Rows (BodyRendererRows.cpp).
     void drawRecord(OutputHelpers &out, int record);
-    double measureRow(OutputHelpers &out, int record, bool subtotal);
-    void drawRow(OutputHelpers &out, int record, bool subtotal, double rowHeight);
-    double measureCell(OutputHelpers &out, std::size_t rowColumn, int record, bool subtotal);
-    void drawCell(OutputHelpers &out, std::size_t rowColumn, int record, double top, bool subtotal,
+    double measureRow(OutputHelpers &out, bool subtotal);
+    void drawRow(OutputHelpers &out, bool subtotal, double rowHeight);
+    double measureCell(OutputHelpers &out, std::size_t rowColumn, bool subtotal);
+    void drawCell(OutputHelpers &out, std::size_t rowColumn, double top, bool subtotal,
                   RtfPlacement rtf);
     void drawIcon(OutputHelpers &out, const QString &resource, double left, double top);
     // One option or option-note line: its two texts and the height it takes.
@@ -124,8 +125,9 @@ private:
     std::vector<int> m_rowColumns;      // the ones drawn in the item row
     std::vector<SubLineBlock> m_blocks; // stacked under the row, top-down
     std::vector<CustomTemplate> m_totalBoxes;
-    // Cell texts: one list per entry of m_rowColumns, one text per record (index record - 1).
-    std::vector<std::vector<QString>> m_cells;
+    // The cell texts of the record being laid out, one per entry of m_rowColumns. They are
+    // made a record at a time, so the first page does not wait for every record's texts.
+    std::vector<QString> m_rowCells;
     // The first record of each subtotal group and its outline title (PageAnchors.h).
     QHash<int, QString> m_groupStarts;
     PictureCache m_pictureSizes;

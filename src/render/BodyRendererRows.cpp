@@ -36,6 +36,7 @@ bool isTaxable(const QString &value) {
 void BodyRenderer::drawRecord(OutputHelpers &out, int record) {
     const SifItem &item = m_data.spec->item(record);
     const bool subtotal = item.isSubtotal();
+    loadRowCells(item);
     if (subtotal && m_rowsOnPage > 0)
         m_y += BodyLayout::SubtotalGap;
     std::vector<std::vector<SubLine>> blockLines;
@@ -48,7 +49,7 @@ void BodyRenderer::drawRecord(OutputHelpers &out, int record) {
         }
     }
     if (!m_rowColumns.empty()) {
-        const double rowHeight = measureRow(out, record, subtotal);
+        const double rowHeight = measureRow(out, subtotal);
         // The row takes its lines along to the next page when they would not fit under it,
         // unless row and lines together are taller than a whole page.
         const double pageRoom = m_out->engine().PageHeight() - m_out->engine().MarginBottom() -
@@ -57,7 +58,7 @@ void BodyRenderer::drawRecord(OutputHelpers &out, int record) {
                       rowHeight + linesHeight <= pageRoom ? rowHeight + linesHeight : rowHeight);
         if (const auto group = m_groupStarts.constFind(record); group != m_groupStarts.cend())
             out.engine().addAnchor(*group, 2, m_y);
-        drawRow(out, record, subtotal, rowHeight);
+        drawRow(out, subtotal, rowHeight);
         m_y += rowHeight;
         ++m_rowsOnPage;
     }
@@ -67,18 +68,17 @@ void BodyRenderer::drawRecord(OutputHelpers &out, int record) {
         drawItemRule(out.engine());
 }
 
-double BodyRenderer::measureRow(OutputHelpers &out, int record, bool subtotal) {
+double BodyRenderer::measureRow(OutputHelpers &out, bool subtotal) {
     double tallest = 0;
     for (std::size_t c = 0; c < m_rowColumns.size(); ++c)
-        tallest = std::max(tallest, measureCell(out, c, record, subtotal));
+        tallest = std::max(tallest, measureCell(out, c, subtotal));
     return tallest + 2 * BodyLayout::RowPadding;
 }
 
-double BodyRenderer::measureCell(OutputHelpers &out, std::size_t rowColumn, int record,
-                                 bool subtotal) {
+double BodyRenderer::measureCell(OutputHelpers &out, std::size_t rowColumn, bool subtotal) {
     const int columnIndex = m_rowColumns[rowColumn];
     const Column &column = m_columns[std::size_t(columnIndex)];
-    const QString &text = m_cells[rowColumn][std::size_t(record - 1)];
+    const QString &text = m_rowCells[rowColumn];
     switch (column.kind) {
     case BodyColumnKind::Image:
         return pictureHeight(itemPicturePath(text), m_layout.other.imageSize);
@@ -100,7 +100,7 @@ double BodyRenderer::measureCell(OutputHelpers &out, std::size_t rowColumn, int 
     return engine.TextHeight();
 }
 
-void BodyRenderer::drawRow(OutputHelpers &out, int record, bool subtotal, double rowHeight) {
+void BodyRenderer::drawRow(OutputHelpers &out, bool subtotal, double rowHeight) {
     PageEngine &engine = out.engine();
     if (subtotal) {
         engine.setBrushStyle(BrushStyles::Solid);
@@ -126,7 +126,7 @@ void BodyRenderer::drawRow(OutputHelpers &out, int record, bool subtotal, double
             const bool text = column.kind != BodyColumnKind::Image &&
                               column.kind != BodyColumnKind::Complete &&
                               column.kind != BodyColumnKind::Taxable;
-            const QString &cell = text ? m_cells[c][std::size_t(record - 1)] : QString();
+            const QString &cell = text ? m_rowCells[c] : QString();
             line += cell;
             if (!cell.isEmpty())
                 end = line.size();
@@ -138,14 +138,14 @@ void BodyRenderer::drawRow(OutputHelpers &out, int record, bool subtotal, double
         out.engine().ExportRaw(out.fragments()->rtfText({2, blanks}, line));
     }
     for (std::size_t c = 0; c < m_rowColumns.size(); ++c)
-        drawCell(out, c, record, top, subtotal, RtfPlacement{});
+        drawCell(out, c, top, subtotal, RtfPlacement{});
 }
 
-void BodyRenderer::drawCell(OutputHelpers &out, std::size_t rowColumn, int record, double top,
-                            bool subtotal, RtfPlacement rtf) {
+void BodyRenderer::drawCell(OutputHelpers &out, std::size_t rowColumn, double top, bool subtotal,
+                            RtfPlacement rtf) {
     const int columnIndex = m_rowColumns[rowColumn];
     const Column &column = m_columns[std::size_t(columnIndex)];
-    const QString &text = m_cells[rowColumn][std::size_t(record - 1)];
+    const QString &text = m_rowCells[rowColumn];
     const double left = column.left + BodyLayout::CellInset;
     // An engine error in one cell (a damaged picture, say) leaves that cell empty; the row goes on.
     try {

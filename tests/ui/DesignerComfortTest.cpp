@@ -34,8 +34,7 @@ using namespace tavrel;
 // The designer's comfort as a user meets it: the font, colour and picture dialogs start from the
 // selection and change only what was changed, the tool bar follows the selection, zoom to fit
 // and Ctrl+wheel zoom, the multi-line note editor and wrapped notes, a window that fits the
-// screen, and F1 opening the user guide. With TAVREL_DESIGNER_SHOTS=<folder> it also writes
-// screenshots of the font dialog and of wrapped notes there.
+// screen, and F1 opening the user guide.
 class DesignerComfortTest : public QObject {
     Q_OBJECT
 
@@ -60,7 +59,6 @@ private slots:
     void userGuideIsFound_data();
     void userGuideIsFound();
     void f1InEveryWindow();
-    void screenshots();
 
 private:
     std::unique_ptr<frmCustomLayout> makeWindow();
@@ -564,73 +562,6 @@ void DesignerComfortTest::f1InEveryWindow() {
     QCOMPARE(opened.size(), 1);
     QCOMPARE(opened.first().text,
              QFileInfo(QString(TAVREL_BIN_DIR "/../doc/guide/index.html")).canonicalFilePath());
-}
-
-void DesignerComfortTest::screenshots() {
-    const QString folder = qEnvironmentVariable("TAVREL_DESIGNER_SHOTS");
-    if (folder.isEmpty())
-        QSKIP("set TAVREL_DESIGNER_SHOTS to a folder to write screenshots");
-    QDir().mkpath(folder);
-    const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", "1");
-    auto window = makeWindow();
-    window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    window->openOn(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"));
-    const int note = addNote(*window,
-                             "All prices are in US dollars and include delivery to the ground "
-                             "floor; installation above the ground floor is quoted separately.",
-                             2880, 900);
-    window->document().selectBoxes({note});
-    QApplication::processEvents();
-    QVERIFY(window->grab().save(folder + "/notes-" + scale + "x.png"));
-    window->document().selectBoxes({8});
-    QApplication::processEvents();
-    QVERIFY(window->grab().save(folder + "/designer-" + scale + "x.png"));
-    QTest::qWait(400); // the second fit, once the window manager has framed the window
-    for (const QString command : {"mnuZoomFitPage", "mnuZoomFitWidth"}) {
-        QVERIFY(window->dispatch(command));
-        QApplication::processEvents();
-        QVERIFY(window->grab().save(folder + "/" + command + "-" + scale + "x.png"));
-    }
-
-    // The real font dialog over the designer, started from the selected box; the whole screen
-    // is taken (under Xvfb) while it is open.
-    QtPrompter real("Tavrel");
-    DesignerEnvironment environment;
-    environment.templateFolder = m_dir.path();
-    frmCustomLayout designer(environment, real, m_actions);
-    designer.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&designer));
-    designer.openOn(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"));
-    TemplateLayout layout = designer.document().layout();
-    layout.box(8).fontName = "Liberation Sans";
-    layout.box(8).fontSize = 9;
-    layout.box(8).fontBold = true;
-    designer.document().change(layout, "font");
-    designer.document().selectBoxes({8});
-    designer.activateWindow();
-    QTimer::singleShot(800, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        designer.screen()->grabWindow(0).save(folder + "/font-dialog-" + scale + "x.png");
-        if (dialog)
-            dialog->close();
-    });
-    QVERIFY(designer.dispatch("mnuFont"));
-
-    // The multi-line note editor.
-    const int editedNote =
-        addNote(designer,
-                "All prices are in US dollars and include delivery to the ground "
-                "floor; installation above the ground floor is quoted separately.",
-                2880, 900);
-    designer.document().selectBoxes({editedNote});
-    QTimer::singleShot(800, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        designer.screen()->grabWindow(0).save(folder + "/notes-editor-" + scale + "x.png");
-        if (dialog)
-            dialog->close();
-    });
-    QVERIFY(designer.dispatch("mnuEditNotes"));
 }
 
 TAVREL_TEST(DesignerComfortTest)

@@ -1,5 +1,6 @@
 #include "base/ErrorReport.h"
 #include "base/ScriptedPrompter.h"
+#include "base/ui/OutputNotice.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "preview/PageView.h"
@@ -549,6 +550,7 @@ void PreviewWindowTest::runModeThreeIsViewOnly() {
     for (const char *command : {"mnuPrint", "mnuViewPDF", "mnuHTML", "mnuRTF"}) {
         QVERIFY(!f.window->action(command)->isEnabled());
         QVERIFY(f.window->dispatch(command));
+        QCOMPARE(f.window->statusText(), viewOnlyRefusalText()); // as the main window says
     }
     QVERIFY(f.actions.calls.isEmpty());
     QVERIFY(f.prompter.calls().isEmpty()); // not even the save dialog

@@ -40,6 +40,7 @@ struct DemoJob {
     tavrel::ScriptedPrompter prompter;
     tavrel::AppContext context;
     QString job;
+    bool loaded = false; // start-up took the job
 
     explicit DemoJob(DemoTemplates templates = DemoTemplates::Shipped,
                      const QString &runMode = QStringLiteral("1")) {
@@ -56,7 +57,8 @@ struct DemoJob {
                                    {{QStringLiteral("Template Directory"), folder},
                                     {QStringLiteral("Function"), runMode}});
         }
-        tavrel::Startup::loadJob(context, job, dir.path(), prompter, tavrel::PrinterList{});
+        loaded =
+            tavrel::Startup::loadJob(context, job, dir.path(), prompter, tavrel::PrinterList{});
     }
     QString templatePath(const QString &name) const {
         return QDir(context.paths.templateFolder).filePath(name);

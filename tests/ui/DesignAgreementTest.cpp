@@ -1,6 +1,7 @@
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
 #include "designer/DesignerDocument.h"
@@ -11,7 +12,6 @@
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
-#include "shell/Startup.h"
 #include "templates/TemplateReader.h"
 
 #include <QImage>
@@ -67,9 +67,7 @@ private slots:
     void boxesPastThePrintableAreaAreFlaggedAndKeptIn();
 
 private:
-    struct Session {
-        QTemporaryDir dir;
-        AppContext context;
+    struct Session : testsupport::DemoJob {
         std::unique_ptr<frmCustomLayout> window;
     };
     std::unique_ptr<Session> openDesigner(const QString &templatePath);
@@ -91,9 +89,7 @@ void DesignAgreementTest::init() {
 std::unique_ptr<DesignAgreementTest::Session>
 DesignAgreementTest::openDesigner(const QString &templatePath) {
     auto session = std::make_unique<Session>();
-    ScriptedPrompter quiet;
-    const QString job = testsupport::copyDemoJob(session->dir.path());
-    if (!Startup::loadJob(session->context, job, session->dir.path(), quiet, PrinterList{}))
+    if (!session->loaded)
         return nullptr;
     const AppContext &context = session->context;
     DesignerEnvironment environment;

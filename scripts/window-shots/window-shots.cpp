@@ -69,16 +69,8 @@ QString scale() {
 }
 
 int addNote(frmCustomLayout &window, const QString &text) {
-    TemplateLayout layout = window.document().layout();
-    NewBoxRequest request;
-    request.type = NewBoxRequest::Type::Note;
-    request.caption = text;
-    BoxInfo box = LayoutEdits::makeBox(request);
-    box.width = 2880;
-    box.height = 900;
-    const int slot = LayoutEdits::placeBox(layout, box, Container::mainPort(), 720, 2880);
-    window.document().change(layout, QStringLiteral("note"));
-    return slot;
+    return testsupport::addBox(
+        window, testsupport::newBox(text, 2880, 900, NewBoxRequest::Type::Note), 720, 2880);
 }
 
 // The designer as the window tests open it: an empty job model, half-inch margins.

@@ -17,6 +17,8 @@
 #include <QToolButton>
 
 using namespace tavrel;
+using testsupport::addBox;
+using testsupport::centreOf;
 
 // The page canvas driven by mouse and keys: moving and resizing through the drag rectangle,
 // snapping, refusals, rubber band and shift-click selection, arrow keys as one undo step, the
@@ -37,10 +39,6 @@ private slots:
 
 private:
     std::unique_ptr<frmCustomLayout> makeWindow();
-    int addBox(frmCustomLayout &window, const QString &caption, qint32 left, qint32 top);
-    QPoint centreOf(frmCustomLayout &window, int slot) {
-        return window.canvas()->widgetRect(window.canvas()->boxPageRect(slot)).center();
-    }
 
     QTemporaryDir m_dir;
     JobFile m_jobModel;
@@ -55,19 +53,6 @@ void DesignerCanvasTest::init() {
 std::unique_ptr<frmCustomLayout> DesignerCanvasTest::makeWindow() {
     return testsupport::openDesigner(m_dir.filePath("job.ini"), m_jobModel, m_dir.path(),
                                      m_prompter, m_actions);
-}
-
-int DesignerCanvasTest::addBox(frmCustomLayout &window, const QString &caption, qint32 left,
-                               qint32 top) {
-    TemplateLayout layout = window.document().layout();
-    NewBoxRequest request;
-    request.caption = caption;
-    BoxInfo box = LayoutEdits::makeBox(request);
-    box.width = 1440;
-    box.height = 300;
-    const int slot = LayoutEdits::placeBox(layout, box, Container::mainPort(), left, top);
-    window.document().change(layout, "test");
-    return slot;
 }
 
 void DesignerCanvasTest::dragMovesAndSnaps() {

@@ -30,6 +30,7 @@
 #include <QWheelEvent>
 
 using namespace tavrel;
+using testsupport::centreOf;
 
 // The designer's comfort as a user meets it: the font, colour and picture dialogs start from the
 // selection and change only what was changed, the tool bar follows the selection, zoom to fit
@@ -65,9 +66,6 @@ private:
     int addBox(frmCustomLayout &window, const QString &caption, const QString &font, int size,
                bool bold, bool italic, qint32 left, qint32 top);
     int addNote(frmCustomLayout &window, const QString &text, qint32 width, qint32 height);
-    QPoint centreOf(frmCustomLayout &window, int slot) {
-        return window.canvas()->widgetRect(window.canvas()->boxPageRect(slot)).center();
-    }
 
     QTemporaryDir m_dir;
     JobFile m_jobModel;
@@ -87,33 +85,18 @@ std::unique_ptr<frmCustomLayout> DesignerComfortTest::makeWindow() {
 int DesignerComfortTest::addBox(frmCustomLayout &window, const QString &caption,
                                 const QString &font, int size, bool bold, bool italic, qint32 left,
                                 qint32 top) {
-    TemplateLayout layout = window.document().layout();
-    NewBoxRequest request;
-    request.caption = caption;
-    BoxInfo box = LayoutEdits::makeBox(request);
-    box.width = 1440;
-    box.height = 300;
+    BoxInfo box = testsupport::newBox(caption);
     box.fontName = font;
     box.fontSize = qint16(size);
     box.fontBold = bold;
     box.fontItalic = italic;
-    const int slot = LayoutEdits::placeBox(layout, box, Container::mainPort(), left, top);
-    window.document().change(layout, "test");
-    return slot;
+    return testsupport::addBox(window, box, left, top);
 }
 
 int DesignerComfortTest::addNote(frmCustomLayout &window, const QString &text, qint32 width,
                                  qint32 height) {
-    TemplateLayout layout = window.document().layout();
-    NewBoxRequest request;
-    request.type = NewBoxRequest::Type::Note;
-    request.caption = text;
-    BoxInfo box = LayoutEdits::makeBox(request);
-    box.width = width;
-    box.height = height;
-    const int slot = LayoutEdits::placeBox(layout, box, Container::mainPort(), 720, 2880);
-    window.document().change(layout, "test");
-    return slot;
+    return testsupport::addBox(
+        window, testsupport::newBox(text, width, height, NewBoxRequest::Type::Note), 720, 2880);
 }
 
 // Format > Font... starts at the first selected box's font, whatever it is.
@@ -455,10 +438,7 @@ void DesignerComfortTest::notesWrapOnTheCanvas() {
 void DesignerComfortTest::fitIntoScreen_data() {
     QTest::addColumn<QRect>("wanted");
     QTest::addColumn<QRect>("expected");
-    const QRect screen(0, 0, 1280, 800);
-    const QMargins frame(4, 30, 4, 4);
-    Q_UNUSED(screen);
-    Q_UNUSED(frame);
+    // On a 1280 x 800 screen, with a frame of 4 px and a 30 px title bar.
     QTest::newRow("fits") << QRect(100, 100, 800, 600) << QRect(100, 100, 800, 600);
     QTest::newRow("too large") << QRect(0, 0, 1400, 900) << QRect(4, 30, 1272, 766);
     QTest::newRow("past the right edge") << QRect(900, 100, 800, 600) << QRect(476, 100, 800, 600);

@@ -463,15 +463,14 @@ void DesignerComfortTest::windowFitsTheScreen() {
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     const QRect available = window->screen()->availableGeometry();
     // (Under a window manager the frame comes a moment after the window.)
-    QTRY_VERIFY(available.contains(window->frameGeometry()));
-    QVERIFY2(available.contains(window->frameGeometry()),
-             qPrintable(QStringLiteral("%1x%2+%3+%4 on %5x%6")
-                            .arg(window->frameGeometry().width())
-                            .arg(window->frameGeometry().height())
-                            .arg(window->frameGeometry().x())
-                            .arg(window->frameGeometry().y())
-                            .arg(available.width())
-                            .arg(available.height())));
+    QTRY_VERIFY2(available.contains(window->frameGeometry()),
+                 qPrintable(QStringLiteral("%1x%2+%3+%4 on %5x%6")
+                                .arg(window->frameGeometry().width())
+                                .arg(window->frameGeometry().height())
+                                .arg(window->frameGeometry().x())
+                                .arg(window->frameGeometry().y())
+                                .arg(available.width())
+                                .arg(available.height())));
     auto *dock = window->findChild<QDockWidget *>("dockProperties");
     QVERIFY(dock && dock->isVisible());
     const QRect panel(dock->mapTo(window.get(), QPoint(0, 0)), dock->size());

@@ -70,7 +70,7 @@ private slots:
     void cleanupTestCase() { QStandardPaths::setTestModeEnabled(false); }
     void confirmationText_data();
     void confirmationText();
-    void savesConfirmWithPath();
+    void saveAsDefaultConfirmsWithPath();
     void pdfRefusesBeforeAskingForAFile();
     void previewExportsConfirm_data();
     void previewExportsConfirm();
@@ -97,20 +97,12 @@ void WindowFeedbackTest::confirmationText() {
     QCOMPARE(outputConfirmationText("PDF file", "/tmp/a b.pdf", OpenOutcome(outcome)), expected);
 }
 
-void WindowFeedbackTest::savesConfirmWithPath() {
+void WindowFeedbackTest::saveAsDefaultConfirmsWithPath() {
     DemoJob demo(DemoTemplates::OwnFolder);
     RecordingReportActions actions;
     frmMenu window(demo.context, demo.prompter, actions);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    demo.prompter.clear();
-
-    const QString group = demo.dir.filePath("My Group.grp");
-    demo.prompter.queueFile(group);
-    QTest::mouseClick(button(window, "cmdSaveGroup"), Qt::LeftButton);
-    QVERIFY(QFileInfo::exists(group));
-    QCOMPARE(statusTexts(demo.prompter), QStringList{"Template group saved: " + group});
-
     demo.prompter.clear();
     QTest::mouseClick(button(window, "cmdSaveAsDefault"), Qt::LeftButton);
     QCOMPARE(statusTexts(demo.prompter),
@@ -181,8 +173,11 @@ void WindowFeedbackTest::captionFollowsTheChoice() {
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     const QString group = demo.dir.filePath("My Group.grp");
+    demo.prompter.clear();
     demo.prompter.queueFile(group);
-    QVERIFY(window.dispatch("cmdSaveGroup"));
+    QTest::mouseClick(button(window, "cmdSaveGroup"), Qt::LeftButton);
+    QVERIFY(QFileInfo::exists(group));
+    QCOMPARE(statusTexts(demo.prompter), QStringList{"Template group saved: " + group});
     demo.prompter.queueFile(group);
     QVERIFY(window.dispatch("cmdLoadGroup"));
     QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);

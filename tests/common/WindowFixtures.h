@@ -3,6 +3,7 @@
 #include "base/IniFile.h"
 #include "base/ScriptedPrompter.h"
 #include "common/TestSupport.h"
+#include "preview/PreviewActions.h"
 #include "shell/AppContext.h"
 #include "shell/Startup.h"
 #include "shell/ui/ReportActions.h"
@@ -28,6 +29,20 @@ struct RecordingReportActions : tavrel::ReportActions {
         calls << QStringLiteral("design:%1:%2").arg(row).arg(QFileInfo(path).fileName());
     }
     void printerProperties() override { calls << QStringLiteral("properties"); }
+};
+
+// The preview's actions, recorded; the RTF export "writes" rtfPath.
+struct RecordingPreviewActions : tavrel::PreviewActions {
+    QStringList calls;
+    QString rtfPath;
+    void print() override { calls << QStringLiteral("print"); }
+    void rerunHtml() override { calls << QStringLiteral("html"); }
+    QString rerunRtf() override {
+        calls << QStringLiteral("rtf");
+        return rtfPath;
+    }
+    void about() override { calls << QStringLiteral("about"); }
+    void help() override { calls << QStringLiteral("help"); }
 };
 
 // Where the demo job's templates come from: the shipped folder it names, or a copy of the

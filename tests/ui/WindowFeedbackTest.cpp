@@ -37,15 +37,6 @@ using testsupport::RecordingReportActions;
 
 namespace {
 
-struct RtfActions : PreviewActions {
-    QString written;
-    void print() override {}
-    void rerunHtml() override {}
-    QString rerunRtf() override { return written; }
-    void about() override {}
-    void help() override {}
-};
-
 QStringList statusTexts(const ScriptedPrompter &prompter) {
     QStringList texts;
     for (const ScriptedPrompter::Call &call : prompter.calls("status"))
@@ -152,9 +143,9 @@ void WindowFeedbackTest::previewExportsConfirm() {
     engine.EndDoc();
     ScriptedPrompter prompter;
     prompter.setOpenDocumentResult(viewerFound);
-    RtfActions actions;
+    testsupport::RecordingPreviewActions actions;
     const QString path = dir.filePath(command == "mnuRTF" ? "ReportCst.rtf" : "Report.pdf");
-    actions.written = path;
+    actions.rtfPath = path;
     prompter.queueFile(path);
     frmPrintpreview window(engine, prompter, actions, "1", "Classic Customer.cst");
     window.show();

@@ -3,6 +3,7 @@
 #include "base/IniFile.h"
 #include "base/ScriptedPrompter.h"
 #include "common/TestSupport.h"
+#include "preview/PreviewActions.h"
 #include "shell/AppContext.h"
 #include "shell/Startup.h"
 #include "shell/ui/ReportActions.h"
@@ -30,6 +31,20 @@ struct RecordingReportActions : tavrel::ReportActions {
     void printerProperties() override { calls << QStringLiteral("properties"); }
 };
 
+// The preview's actions, recorded; the RTF export "writes" rtfPath.
+struct RecordingPreviewActions : tavrel::PreviewActions {
+    QStringList calls;
+    QString rtfPath;
+    void print() override { calls << QStringLiteral("print"); }
+    void rerunHtml() override { calls << QStringLiteral("html"); }
+    QString rerunRtf() override {
+        calls << QStringLiteral("rtf");
+        return rtfPath;
+    }
+    void about() override { calls << QStringLiteral("about"); }
+    void help() override { calls << QStringLiteral("help"); }
+};
+
 // Where the demo job's templates come from: the shipped folder it names, or a copy of the
 // shipped templates in a folder of the job's own (for tests that save templates).
 enum class DemoTemplates { Shipped, OwnFolder };
@@ -40,6 +55,7 @@ struct DemoJob {
     tavrel::ScriptedPrompter prompter;
     tavrel::AppContext context;
     QString job;
+    bool loaded = false; // start-up took the job
 
     explicit DemoJob(DemoTemplates templates = DemoTemplates::Shipped,
                      const QString &runMode = QStringLiteral("1")) {
@@ -56,7 +72,8 @@ struct DemoJob {
                                    {{QStringLiteral("Template Directory"), folder},
                                     {QStringLiteral("Function"), runMode}});
         }
-        tavrel::Startup::loadJob(context, job, dir.path(), prompter, tavrel::PrinterList{});
+        loaded =
+            tavrel::Startup::loadJob(context, job, dir.path(), prompter, tavrel::PrinterList{});
     }
     QString templatePath(const QString &name) const {
         return QDir(context.paths.templateFolder).filePath(name);

@@ -24,8 +24,6 @@ private slots:
     void fieldLengths_data();
     void fieldLengths();
     void writeFieldLengths();
-    void failedFieldLengthWriteLeavesNothing();
-    void labelForCode();
     void labelForCaption_data();
     void labelForCaption();
     void defaultsAreWrittenBack();
@@ -60,6 +58,11 @@ void JobFileTest::fieldLengths_data() {
     QTest::newRow("order type without quantity key")
         << QByteArray("[Printer]\nOT=30,Order\n") << "OT" << 50 << "Order";
     QTest::newRow("quantity itself") << QByteArray("[Printer]\nQT=7,Qty\n") << "QT" << 7 << "Qty";
+    QTest::newRow("label trimmed")
+        << QByteArray("[Printer]\nPN=12, Part No. \n") << "PN" << 12 << "Part No.";
+    QTest::newRow("no comma, no label") << QByteArray("[Printer]\nPD=34\n") << "PD" << 34 << "";
+    QTest::newRow("key not in the job, no label")
+        << QByteArray("[Printer]\nPN=12,Part No.\n") << "ED" << 60 << "";
 }
 
 void JobFileTest::fieldLengths() {
@@ -98,25 +101,6 @@ void JobFileTest::writeFieldLengths() {
         // The order type is written under its own key but read from the quantity key.
         QCOMPARE(reread.length(QStringLiteral("OT")), 5);
     }
-}
-
-void JobFileTest::failedFieldLengthWriteLeavesNothing() {
-    QTemporaryDir dir;
-    const QString jobFile = dir.filePath(QStringLiteral("missing-folder/job.ini"));
-    JobFile job = JobFile::load(jobFile);
-    QVERIFY_THROWS_EXCEPTION(RuntimeError, job.writeFieldLengths(FieldLengths::builtIn()));
-    QVERIFY(!QFileInfo::exists(jobFile));
-}
-
-void JobFileTest::labelForCode() {
-    QTemporaryDir dir;
-    const QString jobFile = dir.filePath(QStringLiteral("job.ini"));
-    testsupport::writeBytes(jobFile, "[Printer]\nPN=12, Part No. \nPD=34\n");
-    const FieldLengths lengths = JobFile::load(jobFile).fieldLengths(FieldLengths::builtIn());
-    QCOMPARE(lengths.label(QStringLiteral("PN")), QStringLiteral("Part No."));
-    QCOMPARE(lengths.label(QStringLiteral("PD")), QString());
-    QCOMPARE(lengths.label(QStringLiteral("ED")), QString());
-    QCOMPARE(lengths.label(QString()), QString());
 }
 
 void JobFileTest::labelForCaption_data() {

@@ -1,17 +1,14 @@
 #include "base/IniFile.h"
+#include "common/CupsPdfPrinter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 
 #include <QDir>
-#include <QImage>
-#include <QProcess>
-#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <pwd.h>
-#include <unistd.h>
+namespace cups = testsupport::cups;
 
 // Printing end to end against a real CUPS server with the virtual PDF printer "PDF"
 // (scripts/cups-setup.sh starts one): tavrel in run mode "2" (Qt's print support) and
@@ -23,37 +20,7 @@ class UnattendedPrintTest : public QObject {
 private slots:
     void printsDemoJobOnCupsPdfPrinter_data();
     void printsDemoJobOnCupsPdfPrinter();
-
-private:
-    static QString run(const QString &program, const QStringList &args, int *exitCode = nullptr);
-    static int pdfPages(const QString &pdf);
-    static QImage firstPage(const QString &pdf, const QString &folder, const QString &name);
 };
-
-QString UnattendedPrintTest::run(const QString &program, const QStringList &args, int *exitCode) {
-    QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert("QT_QPA_PLATFORM", "offscreen");
-    process.setProcessEnvironment(env);
-    process.start(program, args);
-    process.waitForFinished(120000);
-    if (exitCode)
-        *exitCode = process.exitCode();
-    return QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
-}
-
-int UnattendedPrintTest::pdfPages(const QString &pdf) {
-    const QString info = run("pdfinfo", {pdf});
-    const QRegularExpressionMatch match = QRegularExpression("Pages:\\s+(\\d+)").match(info);
-    return match.hasMatch() ? match.captured(1).toInt() : -1;
-}
-
-QImage UnattendedPrintTest::firstPage(const QString &pdf, const QString &folder,
-                                      const QString &name) {
-    run("pdftoppm", {"-r", "40", "-f", "1", "-l", "1", "-png", "-singlefile", pdf,
-                     QDir(folder).filePath(name)});
-    return QImage(QDir(folder).filePath(name + ".png")).convertToFormat(QImage::Format_Grayscale8);
-}
 
 void UnattendedPrintTest::printsDemoJobOnCupsPdfPrinter_data() {
     QTest::addColumn<QString>("program");
@@ -65,7 +32,7 @@ void UnattendedPrintTest::printsDemoJobOnCupsPdfPrinter_data() {
 void UnattendedPrintTest::printsDemoJobOnCupsPdfPrinter() {
     QFETCH(QString, program);
     QFETCH(bool, renderCommand);
-    if (run("lpstat", {"-p", "PDF"}).indexOf("printer PDF") < 0)
+    if (!cups::pdfPrinterReady())
         QSKIP("no CUPS PDF printer (run scripts/cups-setup.sh as root)");
     if (QStandardPaths::findExecutable("pdfinfo").isEmpty())
         QSKIP("poppler-utils not installed");
@@ -75,48 +42,31 @@ void UnattendedPrintTest::printsDemoJobOnCupsPdfPrinter() {
     QVERIFY(!job.isEmpty());
     tavrel::IniFile::write(job, "Printer", {{"Function", "2"}, {"PrinterDeviceName", "PDF"}});
 
-    const QString outFolder =
-        QDir(QString::fromLocal8Bit(getpwuid(getuid())->pw_dir)).filePath("PDF");
-    const QStringList before = QDir(outFolder).entryList({"*.pdf"}, QDir::Files);
+    const QStringList before = cups::printedFiles();
 
     int exitCode = -1;
     const QStringList args =
         renderCommand ? QStringList{"render", job, "--print"} : QStringList{job};
-    const QString output = run(QStringLiteral(TAVREL_BIN_DIR) + "/" + program, args, &exitCode);
+    const QString output =
+        cups::run(QStringLiteral(TAVREL_BIN_DIR) + "/" + program, args, &exitCode);
     QVERIFY2(exitCode == 0, qPrintable(output));
 
-    QString printed;
-    QTRY_VERIFY_WITH_TIMEOUT(
-        [&] {
-            for (const QString &name : QDir(outFolder).entryList({"*.pdf"}, QDir::Files)) {
-                if (!before.contains(name))
-                    printed = QDir(outFolder).filePath(name);
-            }
-            return !printed.isEmpty() && run("lpstat", {"-p", "PDF"}).contains("idle");
-        }(),
-        60000);
-    QTest::qWait(500); // cups-pdf closes the file after the queue turns idle
+    const QString printed = cups::waitForPrinted(before, 60000);
+    QVERIFY(!printed.isEmpty());
 
     const QString own = dir.filePath("own.pdf");
-    QString renderOutput = run(QStringLiteral(TAVREL_BIN_DIR) + "/tavrel-cli",
-                               {"render", job, "--pdf", own}, &exitCode);
+    QString renderOutput = cups::run(QStringLiteral(TAVREL_BIN_DIR) + "/tavrel-cli",
+                                     {"render", job, "--pdf", own}, &exitCode);
     QVERIFY2(exitCode == 0, qPrintable(renderOutput));
-    const int pages = pdfPages(own);
+    const int pages = cups::pdfPages(own);
     QVERIFY(pages > 0);
-    QCOMPARE(pdfPages(printed), pages);
+    QCOMPARE(cups::pdfPages(printed), pages);
 
-    const QImage mine = firstPage(own, dir.path(), "own");
-    const QImage theirs = firstPage(printed, dir.path(), "printed");
+    const QImage mine = cups::firstPage(own, dir.path(), "own");
+    const QImage theirs = cups::firstPage(printed, dir.path(), "printed");
     QVERIFY(!mine.isNull() && !theirs.isNull());
     QCOMPARE(theirs.size(), mine.size());
-    qint64 differing = 0;
-    for (int y = 0; y < mine.height(); ++y) {
-        const uchar *a = mine.constScanLine(y);
-        const uchar *b = theirs.constScanLine(y);
-        for (int x = 0; x < mine.width(); ++x)
-            differing += std::abs(int(a[x]) - int(b[x])) > 96 ? 1 : 0;
-    }
-    const double share = double(differing) / double(mine.width() * mine.height());
+    const double share = cups::differingShare(mine, theirs);
     QVERIFY2(share < 0.02, qPrintable(QString("%1% of the pixels differ").arg(share * 100)));
     QFile::remove(printed);
 }

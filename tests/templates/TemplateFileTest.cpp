@@ -12,9 +12,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
-#include <sys/resource.h>
-
 using namespace tavrel;
 
 namespace {
@@ -114,7 +111,6 @@ private slots:
     void ranOutOfIndexKeepsWhatWasRead();
     void ranOutOfLineIndex();
     void missingFileReadsNothing();
-    void failedSaveKeepsOldFile();
     void saveShowsStatus();
     void randomBytesNeverCrash();
     void truncatedFilesNeverCrash();
@@ -340,38 +336,6 @@ void TemplateFileTest::missingFileReadsNothing() {
              TemplateReader::Result::Missing);
     QCOMPARE(layout, sampleLayout());
     QVERIFY(prompter.calls().isEmpty());
-}
-
-void TemplateFileTest::failedSaveKeepsOldFile() {
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("keep.cst"));
-    TemplateWriter::write(path, sampleLayout(), fixedTitle());
-    const QByteArray old = testsupport::readBytes(path);
-
-    // A file-size limit makes every write past 64 bytes fail, as a full disk would.
-    TemplateLayout changed = sampleLayout();
-    changed.box(1).caption = QStringLiteral("Qty");
-    rlimit saved{};
-    getrlimit(RLIMIT_FSIZE, &saved);
-    const auto previous = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = saved;
-    small.rlim_cur = 64;
-    setrlimit(RLIMIT_FSIZE, &small);
-    int number = 0;
-    try {
-        TemplateWriter::write(path, changed, fixedTitle());
-    } catch (const RuntimeError &error) {
-        number = error.number();
-    }
-    setrlimit(RLIMIT_FSIZE, &saved);
-    std::signal(SIGXFSZ, previous);
-    QCOMPARE(number, 61);
-    QCOMPARE(testsupport::readBytes(path), old);
-
-    // A folder that does not exist: the error comes back, nothing is created.
-    QVERIFY_THROWS_EXCEPTION(
-        RuntimeError,
-        TemplateWriter::write(dir.filePath(QStringLiteral("gone/x.cst")), changed, fixedTitle()));
 }
 
 void TemplateFileTest::saveShowsStatus() {

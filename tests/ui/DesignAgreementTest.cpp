@@ -1,6 +1,7 @@
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
 #include "designer/DesignerDocument.h"
@@ -11,7 +12,6 @@
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
-#include "shell/Startup.h"
 #include "templates/TemplateReader.h"
 
 #include <QImage>
@@ -65,12 +65,9 @@ private slots:
     void logoOnClassicBodyTemplateKeepsCaptionsFree();
     void logoChosenBeforeItsBoxIsKept();
     void boxesPastThePrintableAreaAreFlaggedAndKeptIn();
-    void screenshots();
 
 private:
-    struct Session {
-        QTemporaryDir dir;
-        AppContext context;
+    struct Session : testsupport::DemoJob {
         std::unique_ptr<frmCustomLayout> window;
     };
     std::unique_ptr<Session> openDesigner(const QString &templatePath);
@@ -92,9 +89,7 @@ void DesignAgreementTest::init() {
 std::unique_ptr<DesignAgreementTest::Session>
 DesignAgreementTest::openDesigner(const QString &templatePath) {
     auto session = std::make_unique<Session>();
-    ScriptedPrompter quiet;
-    const QString job = testsupport::copyDemoJob(session->dir.path());
-    if (!Startup::loadJob(session->context, job, session->dir.path(), quiet, PrinterList{}))
+    if (!session->loaded)
         return nullptr;
     const AppContext &context = session->context;
     DesignerEnvironment environment;
@@ -554,42 +549,6 @@ void DesignAgreementTest::boxesPastThePrintableAreaAreFlaggedAndKeptIn() {
         }
     }
     QVERIFY2(red > visible.width(), "the box past the edge has no red outline");
-}
-
-void DesignAgreementTest::screenshots() {
-    const QString folder = qEnvironmentVariable("TAVREL_AGREEMENT_SHOTS");
-    if (folder.isEmpty())
-        QSKIP("set TAVREL_AGREEMENT_SHOTS=<folder> for screenshots");
-    // The template stays beside the shots, for printing it to compare.
-    const QString copy = folder + "/Logo Classic Customer.cst";
-    QFile::remove(copy);
-    QVERIFY(QFile::copy(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"),
-                        copy));
-    QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
-    auto session = openDesigner(copy);
-    QVERIFY(session);
-    frmCustomLayout &window = *session->window;
-    DesignCanvas *canvas = window.canvas();
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    const QString logo = writePicture(folder + "/logo.png", {200, 100}, QColor(255, 220, 200));
-    m_prompter.queueFile(logo);
-    window.dispatch("mnuEditLogo");
-    const qint32 header = canvas->bandHeight(Container::header());
-    drop(window, NewBoxRequest::Type::Logo, "Logo", Container::header(), {0, header - 60});
-    {
-        TemplateLayout layout = window.document().layout();
-        for (int s = 1; s <= TemplateLayout::BoxCapacity; ++s) {
-            if (layout.box(s).placed && layout.box(s).caption == "EXT Cust$")
-                layout.box(s).width += 1200;
-        }
-        window.document().change(layout, "wider");
-    }
-    QTest::qWait(50);
-    const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", "1");
-    window.grab().save(folder + "/designer-logo-out-of-bounds-" + scale + "x.png");
-    canvas->grab().save(folder + "/canvas-logo-out-of-bounds-" + scale + "x.png");
-    window.dispatch("mnuSave");
 }
 
 TAVREL_TEST(DesignAgreementTest)

@@ -17,10 +17,12 @@
 #include <QToolButton>
 
 using namespace tavrel;
+using testsupport::addBox;
+using testsupport::centreOf;
 
 // The page canvas driven by mouse and keys: moving and resizing through the drag rectangle,
 // snapping, refusals, rubber band and shift-click selection, arrow keys as one undo step, the
-// page-centre tip. With TAVREL_DESIGNER_SHOTS=<folder> it also writes screenshots there.
+// page-centre tip.
 class DesignerCanvasTest : public QObject {
     Q_OBJECT
 
@@ -34,14 +36,9 @@ private slots:
     void arrowKeysAreOneUndoStep();
     void bandsFollowThePrintedGeometry();
     void centreMarkerTip();
-    void screenshots();
 
 private:
     std::unique_ptr<frmCustomLayout> makeWindow();
-    int addBox(frmCustomLayout &window, const QString &caption, qint32 left, qint32 top);
-    QPoint centreOf(frmCustomLayout &window, int slot) {
-        return window.canvas()->widgetRect(window.canvas()->boxPageRect(slot)).center();
-    }
 
     QTemporaryDir m_dir;
     JobFile m_jobModel;
@@ -56,19 +53,6 @@ void DesignerCanvasTest::init() {
 std::unique_ptr<frmCustomLayout> DesignerCanvasTest::makeWindow() {
     return testsupport::openDesigner(m_dir.filePath("job.ini"), m_jobModel, m_dir.path(),
                                      m_prompter, m_actions);
-}
-
-int DesignerCanvasTest::addBox(frmCustomLayout &window, const QString &caption, qint32 left,
-                               qint32 top) {
-    TemplateLayout layout = window.document().layout();
-    NewBoxRequest request;
-    request.caption = caption;
-    BoxInfo box = LayoutEdits::makeBox(request);
-    box.width = 1440;
-    box.height = 300;
-    const int slot = LayoutEdits::placeBox(layout, box, Container::mainPort(), left, top);
-    window.document().change(layout, "test");
-    return slot;
 }
 
 void DesignerCanvasTest::dragMovesAndSnaps() {
@@ -235,43 +219,6 @@ void DesignerCanvasTest::centreMarkerTip() {
     QCOMPARE(canvas->centerMarkerRect().center(),
              canvas->toWidget(QPointF(12240 / 2.0, 15840 / 2.0)));
     QVERIFY(canvas->toolTipAt(canvas->toWidget(QPointF(100, 100))).isEmpty());
-}
-
-void DesignerCanvasTest::screenshots() {
-    const QString folder = qEnvironmentVariable("TAVREL_DESIGNER_SHOTS");
-    if (folder.isEmpty())
-        QSKIP("set TAVREL_DESIGNER_SHOTS to a folder to write screenshots");
-    QDir().mkpath(folder);
-    auto window = makeWindow();
-    window->resize(1400, 1000);
-    window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    const auto shot = [&](const QString &name) {
-        QApplication::processEvents();
-        QVERIFY(window->grab().save(folder + "/" + name + ".png"));
-    };
-    shot("01-empty");
-    for (const QString name : {"Classic.cov", "Classic Customer.cst", "Classic Customer.sum"}) {
-        window->openOn(testsupport::sourcePath("resources/Print Templates/" + name));
-        shot("02-" + name);
-    }
-    window->openOn(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"));
-    window->document().selectBoxes({8, 9, 10, 16, 17});
-    window->canvas()->update();
-    shot("03-multiselect");
-    window->dispatch("mnuLefts");
-    shot("04-aligned");
-    for (const QString menu : {"PopEditRectangle", "PopEditLine", "PopEditBox"}) {
-        QMenu *popup = window->popupMenu(menu);
-        popup->popup(window->mapToGlobal(QPoint(400, 300)));
-        QApplication::processEvents();
-        QVERIFY(popup->grab().save(folder + "/05-" + menu + ".png"));
-        popup->hide();
-    }
-    QTest::mousePress(window->rectangleTool(), Qt::LeftButton);
-    QTest::mousePress(window->lineTool(), Qt::LeftButton);
-    window->canvas()->setZoom(0.75);
-    shot("06-tools-75");
 }
 
 TAVREL_TEST(DesignerCanvasTest)

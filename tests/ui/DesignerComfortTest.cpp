@@ -30,12 +30,12 @@
 #include <QWheelEvent>
 
 using namespace tavrel;
+using testsupport::centreOf;
 
 // The designer's comfort as a user meets it: the font, colour and picture dialogs start from the
 // selection and change only what was changed, the tool bar follows the selection, zoom to fit
 // and Ctrl+wheel zoom, the multi-line note editor and wrapped notes, a window that fits the
-// screen, and F1 opening the user guide. With TAVREL_DESIGNER_SHOTS=<folder> it also writes
-// screenshots of the font dialog and of wrapped notes there.
+// screen, and F1 opening the user guide.
 class DesignerComfortTest : public QObject {
     Q_OBJECT
 
@@ -60,16 +60,12 @@ private slots:
     void userGuideIsFound_data();
     void userGuideIsFound();
     void f1InEveryWindow();
-    void screenshots();
 
 private:
     std::unique_ptr<frmCustomLayout> makeWindow();
     int addBox(frmCustomLayout &window, const QString &caption, const QString &font, int size,
                bool bold, bool italic, qint32 left, qint32 top);
     int addNote(frmCustomLayout &window, const QString &text, qint32 width, qint32 height);
-    QPoint centreOf(frmCustomLayout &window, int slot) {
-        return window.canvas()->widgetRect(window.canvas()->boxPageRect(slot)).center();
-    }
 
     QTemporaryDir m_dir;
     JobFile m_jobModel;
@@ -89,33 +85,18 @@ std::unique_ptr<frmCustomLayout> DesignerComfortTest::makeWindow() {
 int DesignerComfortTest::addBox(frmCustomLayout &window, const QString &caption,
                                 const QString &font, int size, bool bold, bool italic, qint32 left,
                                 qint32 top) {
-    TemplateLayout layout = window.document().layout();
-    NewBoxRequest request;
-    request.caption = caption;
-    BoxInfo box = LayoutEdits::makeBox(request);
-    box.width = 1440;
-    box.height = 300;
+    BoxInfo box = testsupport::newBox(caption);
     box.fontName = font;
     box.fontSize = qint16(size);
     box.fontBold = bold;
     box.fontItalic = italic;
-    const int slot = LayoutEdits::placeBox(layout, box, Container::mainPort(), left, top);
-    window.document().change(layout, "test");
-    return slot;
+    return testsupport::addBox(window, box, left, top);
 }
 
 int DesignerComfortTest::addNote(frmCustomLayout &window, const QString &text, qint32 width,
                                  qint32 height) {
-    TemplateLayout layout = window.document().layout();
-    NewBoxRequest request;
-    request.type = NewBoxRequest::Type::Note;
-    request.caption = text;
-    BoxInfo box = LayoutEdits::makeBox(request);
-    box.width = width;
-    box.height = height;
-    const int slot = LayoutEdits::placeBox(layout, box, Container::mainPort(), 720, 2880);
-    window.document().change(layout, "test");
-    return slot;
+    return testsupport::addBox(
+        window, testsupport::newBox(text, width, height, NewBoxRequest::Type::Note), 720, 2880);
 }
 
 // Format > Font... starts at the first selected box's font, whatever it is.
@@ -457,10 +438,7 @@ void DesignerComfortTest::notesWrapOnTheCanvas() {
 void DesignerComfortTest::fitIntoScreen_data() {
     QTest::addColumn<QRect>("wanted");
     QTest::addColumn<QRect>("expected");
-    const QRect screen(0, 0, 1280, 800);
-    const QMargins frame(4, 30, 4, 4);
-    Q_UNUSED(screen);
-    Q_UNUSED(frame);
+    // On a 1280 x 800 screen, with a frame of 4 px and a 30 px title bar.
     QTest::newRow("fits") << QRect(100, 100, 800, 600) << QRect(100, 100, 800, 600);
     QTest::newRow("too large") << QRect(0, 0, 1400, 900) << QRect(4, 30, 1272, 766);
     QTest::newRow("past the right edge") << QRect(900, 100, 800, 600) << QRect(476, 100, 800, 600);
@@ -485,15 +463,14 @@ void DesignerComfortTest::windowFitsTheScreen() {
     QVERIFY(QTest::qWaitForWindowExposed(window.get()));
     const QRect available = window->screen()->availableGeometry();
     // (Under a window manager the frame comes a moment after the window.)
-    QTRY_VERIFY(available.contains(window->frameGeometry()));
-    QVERIFY2(available.contains(window->frameGeometry()),
-             qPrintable(QStringLiteral("%1x%2+%3+%4 on %5x%6")
-                            .arg(window->frameGeometry().width())
-                            .arg(window->frameGeometry().height())
-                            .arg(window->frameGeometry().x())
-                            .arg(window->frameGeometry().y())
-                            .arg(available.width())
-                            .arg(available.height())));
+    QTRY_VERIFY2(available.contains(window->frameGeometry()),
+                 qPrintable(QStringLiteral("%1x%2+%3+%4 on %5x%6")
+                                .arg(window->frameGeometry().width())
+                                .arg(window->frameGeometry().height())
+                                .arg(window->frameGeometry().x())
+                                .arg(window->frameGeometry().y())
+                                .arg(available.width())
+                                .arg(available.height())));
     auto *dock = window->findChild<QDockWidget *>("dockProperties");
     QVERIFY(dock && dock->isVisible());
     const QRect panel(dock->mapTo(window.get(), QPoint(0, 0)), dock->size());
@@ -564,73 +541,6 @@ void DesignerComfortTest::f1InEveryWindow() {
     QCOMPARE(opened.size(), 1);
     QCOMPARE(opened.first().text,
              QFileInfo(QString(TAVREL_BIN_DIR "/../doc/guide/index.html")).canonicalFilePath());
-}
-
-void DesignerComfortTest::screenshots() {
-    const QString folder = qEnvironmentVariable("TAVREL_DESIGNER_SHOTS");
-    if (folder.isEmpty())
-        QSKIP("set TAVREL_DESIGNER_SHOTS to a folder to write screenshots");
-    QDir().mkpath(folder);
-    const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", "1");
-    auto window = makeWindow();
-    window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-    window->openOn(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"));
-    const int note = addNote(*window,
-                             "All prices are in US dollars and include delivery to the ground "
-                             "floor; installation above the ground floor is quoted separately.",
-                             2880, 900);
-    window->document().selectBoxes({note});
-    QApplication::processEvents();
-    QVERIFY(window->grab().save(folder + "/notes-" + scale + "x.png"));
-    window->document().selectBoxes({8});
-    QApplication::processEvents();
-    QVERIFY(window->grab().save(folder + "/designer-" + scale + "x.png"));
-    QTest::qWait(400); // the second fit, once the window manager has framed the window
-    for (const QString command : {"mnuZoomFitPage", "mnuZoomFitWidth"}) {
-        QVERIFY(window->dispatch(command));
-        QApplication::processEvents();
-        QVERIFY(window->grab().save(folder + "/" + command + "-" + scale + "x.png"));
-    }
-
-    // The real font dialog over the designer, started from the selected box; the whole screen
-    // is taken (under Xvfb) while it is open.
-    QtPrompter real("Tavrel");
-    DesignerEnvironment environment;
-    environment.templateFolder = m_dir.path();
-    frmCustomLayout designer(environment, real, m_actions);
-    designer.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&designer));
-    designer.openOn(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"));
-    TemplateLayout layout = designer.document().layout();
-    layout.box(8).fontName = "Liberation Sans";
-    layout.box(8).fontSize = 9;
-    layout.box(8).fontBold = true;
-    designer.document().change(layout, "font");
-    designer.document().selectBoxes({8});
-    designer.activateWindow();
-    QTimer::singleShot(800, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        designer.screen()->grabWindow(0).save(folder + "/font-dialog-" + scale + "x.png");
-        if (dialog)
-            dialog->close();
-    });
-    QVERIFY(designer.dispatch("mnuFont"));
-
-    // The multi-line note editor.
-    const int editedNote =
-        addNote(designer,
-                "All prices are in US dollars and include delivery to the ground "
-                "floor; installation above the ground floor is quoted separately.",
-                2880, 900);
-    designer.document().selectBoxes({editedNote});
-    QTimer::singleShot(800, this, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        designer.screen()->grabWindow(0).save(folder + "/notes-editor-" + scale + "x.png");
-        if (dialog)
-            dialog->close();
-    });
-    QVERIFY(designer.dispatch("mnuEditNotes"));
 }
 
 TAVREL_TEST(DesignerComfortTest)

@@ -16,6 +16,8 @@
 #include <QToolButton>
 
 using namespace tavrel;
+using testsupport::addBox;
+using testsupport::newBox;
 
 // The designer's commands through its dispatcher: placing, alignment with the undo of the last
 // alignment, colour refusals, logo and image sizes, delete confirmations, tool limits and the
@@ -41,8 +43,6 @@ private slots:
 
 private:
     std::unique_ptr<frmCustomLayout> makeWindow();
-    int addBox(frmCustomLayout &window, const QString &caption, qint32 left, qint32 top,
-               qint32 width = 1440, qint32 height = 260);
 
     QTemporaryDir m_dir;
     JobFile m_jobModel;
@@ -59,19 +59,6 @@ void DesignerCommandsTest::init() {
 
 std::unique_ptr<frmCustomLayout> DesignerCommandsTest::makeWindow() {
     return testsupport::openDesigner(m_job, m_jobModel, m_dir.path(), m_prompter, m_actions);
-}
-
-int DesignerCommandsTest::addBox(frmCustomLayout &window, const QString &caption, qint32 left,
-                                 qint32 top, qint32 width, qint32 height) {
-    TemplateLayout layout = window.document().layout();
-    NewBoxRequest request;
-    request.caption = caption;
-    BoxInfo box = LayoutEdits::makeBox(request);
-    box.width = width;
-    box.height = height;
-    const int slot = LayoutEdits::placeBox(layout, box, Container::mainPort(), left, top);
-    window.document().change(layout, "test");
-    return slot;
 }
 
 void DesignerCommandsTest::placesInFirstFreeSlot() {
@@ -135,8 +122,8 @@ void DesignerCommandsTest::alignsToReference() {
     QFETCH(QString, command);
     QFETCH(QRect, expected);
     auto window = makeWindow();
-    const int reference = addBox(*window, "Part Number", 1000, 500, 2000, 300);
-    const int other = addBox(*window, "Qty", 3000, 1500, 1000, 400);
+    const int reference = addBox(*window, newBox("Part Number", 2000, 300), 1000, 500);
+    const int other = addBox(*window, newBox("Qty", 1000, 400), 3000, 1500);
     window->document().selectBoxes({reference, other});
     QVERIFY(window->dispatch(command));
     const auto geometry = [&](int slot) {

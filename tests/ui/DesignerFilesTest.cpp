@@ -1,4 +1,5 @@
 #include "base/ScriptedPrompter.h"
+#include "common/DesignerWindow.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "designer/DesignerActions.h"
@@ -48,11 +49,9 @@ private slots:
     void init();
     void captionFollowsTemplate();
     void newAsksOnlyWhenChanged();
-    void openDialogsByKind_data();
-    void openDialogsByKind();
+    void fileDialogsByKind_data();
+    void fileDialogsByKind();
     void openingTheOpenTemplateIsRefused();
-    void saveAsDialogByKind_data();
-    void saveAsDialogByKind();
     void closeFlows_data();
     void closeFlows();
     void copyHeaderFooter();
@@ -80,12 +79,7 @@ void DesignerFilesTest::init() {
 }
 
 std::unique_ptr<frmCustomLayout> DesignerFilesTest::makeWindow(const QString &path) {
-    DesignerEnvironment environment;
-    m_jobModel = JobFile::load(m_job);
-    environment.job = &m_jobModel;
-    environment.templateFolder = m_dir.path();
-    environment.documentName = "Demo.spec";
-    auto window = std::make_unique<frmCustomLayout>(environment, m_prompter, m_actions);
+    auto window = testsupport::openDesigner(m_job, m_jobModel, m_dir.path(), m_prompter, m_actions);
     window->openOn(path);
     return window;
 }
@@ -125,36 +119,34 @@ void DesignerFilesTest::newAsksOnlyWhenChanged() {
              QString("Custom Page Design View - Demo.spec - Template [Untitled.cst]"));
 }
 
-void DesignerFilesTest::openDialogsByKind_data() {
+// Open and Save As ask for the window's kind of template; Open refuses a file of another kind.
+void DesignerFilesTest::fileDialogsByKind_data() {
     QTest::addColumn<QString>("start");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("filter");
+    QTest::addColumn<QString>("kind"); // as the dialog titles spell it
     QTest::addColumn<QString>("refusal");
     QTest::newRow("custom") << "Untitled.cst"
-                            << "Open Custom Pagelayout Template..."
-                            << "Tavrel Page Layout File (*.cst)|*.cst|All Files  (*.*)|*.*"
+                            << "Custom"
                             << "This is not a valid custom template file.";
     QTest::newRow("summary") << "Untitled.sum"
-                             << "Open Summary Pagelayout Template..."
-                             << "Tavrel Page Layout File (*.sum)|*.sum|All Files  (*.*)|*.*"
+                             << "Summary"
                              << "This is not a valid summary template file.";
     QTest::newRow("cover") << "Untitled.cov"
-                           << "Open Cover Pagelayout Template..."
-                           << "Tavrel Page Layout File (*.cov)|*.cov|All Files  (*.*)|*.*"
+                           << "Cover"
                            << "This is not a valid cover page template file.";
 }
 
-void DesignerFilesTest::openDialogsByKind() {
+void DesignerFilesTest::fileDialogsByKind() {
     QFETCH(QString, start);
-    QFETCH(QString, title);
-    QFETCH(QString, filter);
+    QFETCH(QString, kind);
     QFETCH(QString, refusal);
+    const QString extension = start.right(4);
+    const QString pattern = QString("(*%1)|*%1|All Files  (*.*)|*.*").arg(extension);
     auto window = makeWindow(start);
     m_prompter.queueFile(m_dir.filePath("other.grp"));
     QVERIFY(window->dispatch("mnuOpen"));
-    const ScriptedPrompter::Call dialog = m_prompter.calls("openFile").first();
-    QCOMPARE(dialog.file.title, title);
-    QCOMPARE(dialog.file.filter, filter);
+    const ScriptedPrompter::Call open = m_prompter.calls("openFile").first();
+    QCOMPARE(open.file.title, QString("Open %1 Pagelayout Template...").arg(kind));
+    QCOMPARE(open.file.filter, "Tavrel Page Layout File " + pattern);
     QCOMPARE(m_prompter.messages(), QStringList{refusal});
     QCOMPARE(m_prompter.calls("message").first().icon, MessageIcon::Exclamation);
     QCOMPARE(window->document().path(), QString());
@@ -162,6 +154,19 @@ void DesignerFilesTest::openDialogsByKind() {
     m_prompter.clear();
     QVERIFY(window->dispatch("mnuOpen")); // cancelled: silent
     QVERIFY(m_prompter.messages().isEmpty());
+
+    makeChange(*window);
+    const QString target = m_dir.filePath("Mine" + extension);
+    m_prompter.queueFile(target);
+    QVERIFY(window->dispatch("mnuSaveAs"));
+    const ScriptedPrompter::Call save = m_prompter.calls("saveFile").first();
+    QCOMPARE(save.file.title, QString("Save %1 Pagelayout Template As...").arg(kind));
+    QCOMPARE(save.file.filter, "Tavrel Pagelayout File " + pattern);
+    QVERIFY(QFile::exists(target));
+    QVERIFY(window->document().isSaved());
+    QCOMPARE(window->document().path(), target);
+    QVERIFY(window->windowTitle().endsWith("Template [Mine" + extension + "]"));
+    QCOMPARE(m_prompter.calls("status").first().text, QString("Save Template. Please wait..."));
 }
 
 void DesignerFilesTest::openingTheOpenTemplateIsRefused() {
@@ -172,40 +177,6 @@ void DesignerFilesTest::openingTheOpenTemplateIsRefused() {
     QVERIFY(window->dispatch("mnuOpen"));
     QCOMPARE(m_prompter.messages(), QStringList{"Template already open."});
     QVERIFY(!window->document().isSaved()); // nothing was reloaded
-}
-
-void DesignerFilesTest::saveAsDialogByKind_data() {
-    QTest::addColumn<QString>("start");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("filter");
-    QTest::newRow("custom") << "Untitled.cst"
-                            << "Save Custom Pagelayout Template As..."
-                            << "Tavrel Pagelayout File (*.cst)|*.cst|All Files  (*.*)|*.*";
-    QTest::newRow("summary") << "Untitled.sum"
-                             << "Save Summary Pagelayout Template As..."
-                             << "Tavrel Pagelayout File (*.sum)|*.sum|All Files  (*.*)|*.*";
-    QTest::newRow("cover") << "Untitled.cov"
-                           << "Save Cover Pagelayout Template As..."
-                           << "Tavrel Pagelayout File (*.cov)|*.cov|All Files  (*.*)|*.*";
-}
-
-void DesignerFilesTest::saveAsDialogByKind() {
-    QFETCH(QString, start);
-    QFETCH(QString, title);
-    QFETCH(QString, filter);
-    auto window = makeWindow(start);
-    makeChange(*window);
-    const QString target = m_dir.filePath("Mine" + start.right(4));
-    m_prompter.queueFile(target);
-    QVERIFY(window->dispatch("mnuSaveAs"));
-    const ScriptedPrompter::Call dialog = m_prompter.calls("saveFile").first();
-    QCOMPARE(dialog.file.title, title);
-    QCOMPARE(dialog.file.filter, filter);
-    QVERIFY(QFile::exists(target));
-    QVERIFY(window->document().isSaved());
-    QCOMPARE(window->document().path(), target);
-    QVERIFY(window->windowTitle().endsWith("Template [Mine" + start.right(4) + "]"));
-    QCOMPARE(m_prompter.calls("status").first().text, QString("Save Template. Please wait..."));
 }
 
 void DesignerFilesTest::closeFlows_data() {
@@ -370,34 +341,11 @@ void DesignerFilesTest::saveAndReloadKeepsEveryProperty() {
     m_prompter.queueFile(target);
     QVERIFY(window->dispatch("mnuSaveAs"));
     window->openOn(target);
+    // Every box, line, rectangle and setting comes back as it was.
     const TemplateLayout &reloaded = window->document().layout();
-    QCOMPARE(reloaded.other, edited.other);
-    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
-        const BoxInfo &a = edited.box(slot);
-        const BoxInfo &b = reloaded.box(slot);
-        QCOMPARE(b.placed, a.placed);
-        if (!a.placed)
-            continue;
-        QCOMPARE(b.caption, a.caption);
-        QCOMPARE(b.container, a.container);
-        QCOMPARE(QRect(b.left, b.top, b.width, b.height), QRect(a.left, a.top, a.width, a.height));
-        QCOMPARE(b.foreColor, a.foreColor);
-        QCOMPARE(b.custBkColor, a.custBkColor);
-        QCOMPARE(b.changeBackcolor, a.changeBackcolor);
-        QCOMPARE(b.backColor, a.backColor);
-        QCOMPARE(b.textAlign, a.textAlign);
-        QCOMPARE(b.displayLabel, a.displayLabel);
-        QCOMPARE(b.fontUnderLine, a.fontUnderLine);
-        QCOMPARE(b.fontName, a.fontName);
-        QCOMPARE(b.fontSize, a.fontSize);
-        QCOMPARE(b.nameIndex, a.nameIndex);
-        QCOMPARE(b.level, a.level);
-        QCOMPARE(b.header, a.header);
-        QCOMPARE(b.body, a.body);
-        QCOMPARE(b.total, a.total);
-    }
-    QCOMPARE(reloaded.placedLineCount(), edited.placedLineCount());
-    QCOMPARE(reloaded.visibleRectCount(), edited.visibleRectCount());
+    for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot)
+        QVERIFY2(reloaded.box(slot) == edited.box(slot), qPrintable(edited.box(slot).caption));
+    QVERIFY2(reloaded == edited, "a line, rectangle or template setting changed");
     // Saving what was loaded gives the same file again, apart from the dated title line.
     const QByteArray first = testsupport::readBytes(target);
     m_prompter.queueFile(target + ".again" + name.right(4));

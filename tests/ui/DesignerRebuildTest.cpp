@@ -1,6 +1,7 @@
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
 #include "designer/DesignerDocument.h"
@@ -10,7 +11,6 @@
 #include "render/PageEngine.h"
 #include "shell/JobFile.h"
 #include "shell/ReportJob.h"
-#include "shell/Startup.h"
 #include "templates/TemplateReader.h"
 
 #include <QComboBox>
@@ -134,14 +134,11 @@ void DesignerRebuildTest::drawLine(frmCustomLayout &window, const LineInfo &line
 }
 
 QByteArray DesignerRebuildTest::bodyPages(const QString &templatePath) {
-    QTemporaryDir jobDir;
-    AppContext context;
-    ScriptedPrompter quiet;
-    if (!Startup::loadJob(context, testsupport::copyDemoJob(jobDir.path()), jobDir.path(), quiet,
-                          PrinterList{}))
+    testsupport::DemoJob demo;
+    if (!demo.loaded)
         return {};
-    ReportJob report(context, sectionOnlySelection(TemplateKind::Custom, templatePath), quiet,
-                     QDateTime(QDate(2025, 1, 15), QTime(10, 0)));
+    ReportJob report(demo.context, sectionOnlySelection(TemplateKind::Custom, templatePath),
+                     demo.prompter, QDateTime(QDate(2025, 1, 15), QTime(10, 0)));
     PageEngine engine;
     report.run(engine);
     // Boxes are drawn in slot order, and a rebuilt template numbers its boxes as they were

@@ -2,6 +2,7 @@
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "designer/frmFieldLength.h"
 #include "render/DisplayListJson.h"
 #include "render/PageEngine.h"
@@ -9,7 +10,6 @@
 #include "shell/JobFile.h"
 #include "shell/ReportJob.h"
 #include "shell/SettingsStore.h"
-#include "shell/Startup.h"
 
 #include <QLineEdit>
 #include <QTemporaryDir>
@@ -121,12 +121,9 @@ void FieldLengthEditorTest::demoJobKeepsItsLabels() {
     // As a user meets it: start-up reads the demo job, the designer's editor opens on what the
     // job holds, one length and label are changed, and OK keeps every other key's label while the
     // report takes the new caption.
-    QTemporaryDir dir;
-    const QString job = testsupport::copyDemoJob(dir.path());
-    AppContext context;
-    ScriptedPrompter prompter;
-    QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
-    frmFieldLength editor(context.job, context.fieldLengths, prompter);
+    testsupport::DemoJob demo;
+    QVERIFY(demo.loaded);
+    frmFieldLength editor(demo.context.job, demo.context.fieldLengths, demo.prompter);
     QCOMPARE(editor.lengthBox("PN")->text(), QString("16"));
     QCOMPARE(editor.labelBox("PN")->text(), QString("Part No."));
     QCOMPARE(editor.lengthBox("T1")->text(), QString("14"));
@@ -134,19 +131,19 @@ void FieldLengthEditorTest::demoJobKeepsItsLabels() {
     editor.lengthBox("QT")->setText("8");
     editor.labelBox("QT")->setText("Quantity");
     QVERIFY(editor.dispatch("cmdOK"));
-    QVERIFY(prompter.calls().isEmpty());
+    QVERIFY(demo.prompter.calls().isEmpty());
 
-    const IniFile ini = IniFile::load(job);
+    const IniFile ini = IniFile::load(demo.job);
     QCOMPARE(ini.value("Printer", "QT"), QString("8,Quantity"));
     QCOMPARE(ini.value("Printer", "PN"), QString("16,Part No."));
     QCOMPARE(ini.value("Printer", "T1"), QString("14,Area"));
     QCOMPARE(ini.value("Printer", "SPE"), QString("11,Ext Sell"));
     QCOMPARE(ini.value("Printer", "ED"), QString("60,")); // not in the job: built-in, no label
-    QCOMPARE(context.fieldLengths.label("QT"), QString("Quantity"));
-    QCOMPARE(context.job.fieldLengths(FieldLengths::builtIn()).length("QT"), 8);
+    QCOMPARE(demo.context.fieldLengths.label("QT"), QString("Quantity"));
+    QCOMPARE(demo.context.job.fieldLengths(FieldLengths::builtIn()).length("QT"), 8);
 
     // The body's caption row follows at once.
-    ReportJob report(context, ReportJob::selectionFromJobFile(context), prompter);
+    ReportJob report(demo.context, ReportJob::selectionFromJobFile(demo.context), demo.prompter);
     PageEngine engine;
     report.run(engine);
     const QByteArray pages = displayListJsonText(engine);

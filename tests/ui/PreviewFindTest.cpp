@@ -6,6 +6,7 @@
 #include "preview/frmPrintpreview.h"
 #include "render/PageEngine.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -34,19 +35,59 @@ void layOut(PageEngine &engine) {
 
 } // namespace
 
-// Find in the preview steps through every match in page order, the mark on each, and says
-// "Not Found" only when none is left.
+// The Find dialog on its own, and Find in the preview: it steps through every match in page
+// order, the mark on each, and says "Not Found" only when none is left.
 class PreviewFindTest : public QObject {
     Q_OBJECT
 
 private slots:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
     void cleanupTestCase() { QStandardPaths::setTestModeEnabled(false); }
+    void findButtonWantsText();
+    void enterAndButtonSearch();
+    void closeButtonCloses();
     void engineCountsEveryOccurrence_data();
     void engineCountsEveryOccurrence();
     void findStepsThroughEveryMatch();
     void findFromAnotherPageStartsThere();
 };
+
+void PreviewFindTest::findButtonWantsText() {
+    QStringList searched;
+    frmFind dialog([&](const QString &text, bool) { searched << text; });
+    QVERIFY(!dialog.cmdFind()->isEnabled());
+    QTest::mouseClick(dialog.cmdFind(), Qt::LeftButton);
+    QVERIFY(searched.isEmpty());
+    QTest::keyClicks(dialog.txtFind(), "oak");
+    QVERIFY(dialog.cmdFind()->isEnabled());
+    dialog.txtFind()->clear();
+    QVERIFY(!dialog.cmdFind()->isEnabled());
+}
+
+void PreviewFindTest::enterAndButtonSearch() {
+    QList<QPair<QString, bool>> searched;
+    frmFind dialog([&](const QString &text, bool matchCase) {
+        searched.append({text, matchCase});
+    });
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QTest::keyClicks(dialog.txtFind(), "Oak ");
+    QTest::mouseClick(dialog.cmdFind(), Qt::LeftButton);
+    dialog.chkMatchCase()->setChecked(true);
+    QTest::keyClick(dialog.txtFind(), Qt::Key_Return); // Find is the default button
+    QCOMPARE(searched.size(), 2);
+    QCOMPARE(searched[0], qMakePair(QString("Oak "), false)); // the text as typed
+    QCOMPARE(searched[1], qMakePair(QString("Oak "), true));
+    QVERIFY(dialog.isVisible()); // stays open for the next search
+}
+
+void PreviewFindTest::closeButtonCloses() {
+    frmFind dialog([](const QString &, bool) {});
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QTest::mouseClick(dialog.cmdExit(), Qt::LeftButton);
+    QVERIFY(!dialog.isVisible());
+}
 
 void PreviewFindTest::engineCountsEveryOccurrence_data() {
     QTest::addColumn<int>("from");
@@ -81,7 +122,7 @@ void PreviewFindTest::findStepsThroughEveryMatch() {
     frmPrintpreview window(engine, prompter, actions, "1", "Find");
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(window.dispatch("mnuFindText"));
     frmFind *dialog = window.findDialog();
     QVERIFY(dialog && dialog->isVisible());
     QTest::keyClicks(dialog->txtFind(), "Halyard");
@@ -107,6 +148,13 @@ void PreviewFindTest::findStepsThroughEveryMatch() {
     QCOMPARE(prompter.messages(), QStringList{"Cannot find the string 'Halyard' in the document."});
     QCOMPARE(prompter.calls("message")[0].title, QString("Not Found"));
     QCOMPARE(window.currentPage(), 5);
+
+    // Opened again, the dialog keeps its text, selected for typing over.
+    QTest::mouseClick(dialog->cmdExit(), Qt::LeftButton);
+    QVERIFY(!dialog->isVisible());
+    QVERIFY(window.dispatch("mnuFindText"));
+    QCOMPARE(window.findDialog(), dialog);
+    QCOMPARE(dialog->txtFind()->selectedText(), QString("Halyard"));
 }
 
 void PreviewFindTest::findFromAnotherPageStartsThere() {

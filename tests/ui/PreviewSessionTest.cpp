@@ -3,6 +3,7 @@
 #include "base/ScriptedPrompter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "designer/DesignerDocument.h"
 #include "designer/LivePreviewPane.h"
 #include "designer/frmCustomLayout.h"
@@ -10,13 +11,11 @@
 #include "render/ImageOutput.h"
 #include "render/PageEngine.h"
 #include "shell/ReportJob.h"
-#include "shell/Startup.h"
 #include "shell/TemplatePreview.h"
 #include "shell/ui/DesignerSession.h"
 
 #include <QDir>
 #include <QPointer>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tavrel;
@@ -32,18 +31,15 @@ private slots:
 };
 
 void PreviewSessionTest::previewsDemoJob() {
-    QTemporaryDir dir;
-    const QString job = testsupport::copyDemoJob(dir.path());
-    ScriptedPrompter prompter;
-    AppContext context;
-    QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
-    const ReportSelection selection = ReportJob::selectionFromJobFile(context);
-    frmPrintpreview *window =
-        PreviewSession::start(context, prompter, selection, "Classic Customer.cst", nullptr);
+    testsupport::DemoJob demo;
+    QVERIFY(demo.loaded);
+    const ReportSelection selection = ReportJob::selectionFromJobFile(demo.context);
+    frmPrintpreview *window = PreviewSession::start(demo.context, demo.prompter, selection,
+                                                    "Classic Customer.cst", nullptr);
     QVERIFY(window->isVisible());
     QCOMPARE(window->windowTitle(), QString("Print Preview - Template [Classic Customer.cst]"));
     QCOMPARE(window->pageCount(), 7);
-    QVERIFY(prompter.messages().isEmpty());
+    QVERIFY(demo.prompter.messages().isEmpty());
     window->dispatch("mnuViewLast");
     QCOMPARE(window->currentPage(), 7);
     window->close();
@@ -53,35 +49,32 @@ void PreviewSessionTest::previewsDemoJob() {
 // The designer's live preview is the body-only report of the template being edited, page for
 // page, and follows an edit that has not been saved.
 void PreviewSessionTest::designerPreviewsTheTemplateLive() {
-    QTemporaryDir dir;
-    const QString job = testsupport::copyDemoJob(dir.path());
-    ScriptedPrompter prompter;
-    AppContext context;
-    QVERIFY(Startup::loadJob(context, job, dir.path(), prompter, PrinterList{}));
+    testsupport::DemoJob demo;
+    QVERIFY(demo.loaded);
     // A copy: the designer may save what it edits.
-    const QString body = dir.filePath("Classic Customer.cst");
+    const QString body = demo.dir.filePath("Classic Customer.cst");
     QVERIFY(QFile::copy(testsupport::sourcePath("resources/Print Templates/Classic Customer.cst"),
                         body));
 
-    ReportJob report(context, sectionOnlySelection(TemplateKind::Custom, body), prompter);
+    ReportJob report(demo.context, sectionOnlySelection(TemplateKind::Custom, body), demo.prompter);
     PageEngine engine;
     report.run(engine);
     const QImage expected = renderPageImage(engine, 1, TemplatePreviewOptions().dpi);
 
-    QPointer<frmCustomLayout> window = DesignerSession::open(context, prompter, body);
+    QPointer<frmCustomLayout> window = DesignerSession::open(demo.context, demo.prompter, body);
     LivePreviewPane *pane = window->livePreview();
     QTRY_VERIFY(pane->pageImage() != nullptr);
     QCOMPARE(pane->statusText(), QString("Page 1 of %1").arg(engine.PageCount()));
     QVERIFY(*pane->pageImage() == expected);
 
     window->dispatch("mnuSelectAll");
-    prompter.queueAnswer(MessageAnswer::Yes);
+    demo.prompter.queueAnswer(MessageAnswer::Yes);
     window->dispatch("mnuDeleteBox");
     pane->refresh();
     QVERIFY(*pane->pageImage() != expected);
     QCOMPARE(window->document().isSaved(), false);
 
-    prompter.queueAnswer(MessageAnswer::No); // leave without saving
+    demo.prompter.queueAnswer(MessageAnswer::No); // leave without saving
     window->close();
     QTRY_VERIFY(window.isNull());
 }

@@ -1,7 +1,9 @@
 #include "base/ErrorReport.h"
 #include "base/ScriptedPrompter.h"
+#include "base/ui/OutputNotice.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "preview/PageView.h"
 #include "preview/PreviewActions.h"
 #include "preview/PreviewLayout.h"
@@ -25,19 +27,6 @@
 using namespace tavrel;
 
 namespace {
-
-struct RecordingActions : PreviewActions {
-    QStringList calls;
-    QString rtfPath;
-    void print() override { calls << "print"; }
-    void rerunHtml() override { calls << "html"; }
-    QString rerunRtf() override {
-        calls << "rtf";
-        return rtfPath;
-    }
-    void about() override { calls << "about"; }
-    void help() override { calls << "help"; }
-};
 
 // One page of a specification list; extra text goes at the foot of the page.
 void addPage(PageEngine &engine, int number, const QString &extra = {}) {
@@ -67,7 +56,7 @@ void fillDocument(PageEngine &engine, int count, const QMap<int, QString> &extra
 struct Fixture {
     PageEngine engine;
     ScriptedPrompter prompter;
-    RecordingActions actions;
+    testsupport::RecordingPreviewActions actions;
     std::unique_ptr<frmPrintpreview> window;
 
     explicit Fixture(int pages, const QString &runMode = "1",
@@ -549,6 +538,7 @@ void PreviewWindowTest::runModeThreeIsViewOnly() {
     for (const char *command : {"mnuPrint", "mnuViewPDF", "mnuHTML", "mnuRTF"}) {
         QVERIFY(!f.window->action(command)->isEnabled());
         QVERIFY(f.window->dispatch(command));
+        QCOMPARE(f.window->statusText(), viewOnlyRefusalText()); // as the main window says
     }
     QVERIFY(f.actions.calls.isEmpty());
     QVERIFY(f.prompter.calls().isEmpty()); // not even the save dialog
@@ -563,7 +553,7 @@ void PreviewWindowTest::runModeThreeIsViewOnly() {
 void PreviewWindowTest::growingDocument() {
     PageEngine engine;
     ScriptedPrompter prompter;
-    RecordingActions actions;
+    testsupport::RecordingPreviewActions actions;
     engine.StartDoc();
     addPage(engine, 1);
     frmPrintpreview window(engine, prompter, actions, "1", "Growing");
@@ -637,7 +627,7 @@ void PreviewWindowTest::geometryIsRemembered() {
     PageEngine engine;
     fillDocument(engine, 1);
     ScriptedPrompter prompter;
-    RecordingActions actions;
+    testsupport::RecordingPreviewActions actions;
     const frmPrintpreview again(engine, prompter, actions, "1", "Again");
     QCOMPARE(again.size(), QSize(640, 480));
     QSettings().remove("frmPrintpreview");

@@ -1,6 +1,7 @@
 #include "base/IniFile.h"
 #include "base/ScriptedPrompter.h"
 #include "base/ui/PrinterPropertiesDialog.h"
+#include "common/CupsPdfPrinter.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
 #include "common/WindowFixtures.h"
@@ -16,29 +17,18 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
-#include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QRegularExpression>
 #include <QSpinBox>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <pwd.h>
-#include <unistd.h>
-
 using namespace tavrel;
 using testsupport::DemoJob;
+namespace cups = testsupport::cups;
 
 namespace {
-
-QString run(const QString &program, const QStringList &args) {
-    QProcess process;
-    process.start(program, args);
-    process.waitForFinished(60000);
-    return QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
-}
 
 PrinterSetup setup(const QString &printer, int copies, OrientationChoice orientation) {
     PrinterSetup s;
@@ -163,7 +153,7 @@ void PrinterPropertiesTest::cancelChangesNothing() {
 // Against the real CUPS server and its virtual PDF printer (scripts/cups-setup.sh): landscape
 // and the copies chosen in Printer Properties reach the printed job.
 void PrinterPropertiesTest::printsLandscapeCopiesOnCupsPdfPrinter() {
-    if (run("lpstat", {"-p", "PDF"}).indexOf("printer PDF") < 0)
+    if (!cups::pdfPrinterReady())
         QSKIP("no CUPS PDF printer (run scripts/cups-setup.sh as root)");
     DemoJob demo;
     ApplicationReportActions actions(demo.context, demo.prompter);
@@ -174,25 +164,13 @@ void PrinterPropertiesTest::printsLandscapeCopiesOnCupsPdfPrinter() {
     demo.prompter.queuePrinterSetup(setup("PDF", 2, OrientationChoice::Landscape));
     QVERIFY(window.dispatch("cmdProperties"));
 
-    const QString outFolder =
-        QDir(QString::fromLocal8Bit(getpwuid(getuid())->pw_dir)).filePath("PDF");
-    const QStringList before = QDir(outFolder).entryList({"*.pdf"}, QDir::Files);
+    const QStringList before = cups::printedFiles();
     QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier);
     QVERIFY(demo.prompter.messages().isEmpty());
 
-    QString printed;
-    QTRY_VERIFY_WITH_TIMEOUT(
-        [&] {
-            for (const QString &name : QDir(outFolder).entryList({"*.pdf"}, QDir::Files)) {
-                if (!before.contains(name))
-                    printed = QDir(outFolder).filePath(name);
-            }
-            return !printed.isEmpty() && run("lpstat", {"-p", "PDF"}).contains("idle");
-        }(),
-        30000);
-    QTest::qWait(500); // cups-pdf closes the file after the queue turns idle
-    const QString info = run("pdfinfo", {printed});
-    const int pages = QRegularExpression("Pages:\\s+(\\d+)").match(info).captured(1).toInt();
+    const QString printed = cups::waitForPrinted(before, 30000);
+    QVERIFY(!printed.isEmpty());
+    const int pages = cups::pdfPages(printed);
     ReportJob report(demo.context, ReportJob::selectionFromJobFile(demo.context), demo.prompter);
     PageEngine engine;
     report.run(engine);
@@ -203,10 +181,7 @@ void PrinterPropertiesTest::printsLandscapeCopiesOnCupsPdfPrinter() {
     // The printer turns a landscape job onto its Letter sheet: the printed page is the
     // landscape page as laid out, rotated a quarter turn.
     QTemporaryDir dir;
-    run("pdftoppm", {"-r", "40", "-f", "1", "-l", "1", "-png", "-singlefile", printed,
-                     dir.filePath("printed")});
-    const QImage theirs =
-        QImage(dir.filePath("printed.png")).convertToFormat(QImage::Format_Grayscale8);
+    const QImage theirs = cups::firstPage(printed, dir.path(), "printed");
     const QImage mine = renderPageImage(engine, 1, 40).convertToFormat(QImage::Format_Grayscale8);
     QVERIFY(!theirs.isNull() && !mine.isNull());
     QVERIFY(mine.width() > mine.height());
@@ -216,14 +191,7 @@ void PrinterPropertiesTest::printsLandscapeCopiesOnCupsPdfPrinter() {
         const QImage turned = mine.transformed(QTransform().rotate(angle));
         if (turned.size() != theirs.size())
             continue;
-        qint64 differing = 0;
-        for (int y = 0; y < turned.height(); ++y) {
-            const uchar *a = turned.constScanLine(y);
-            const uchar *b = theirs.constScanLine(y);
-            for (int x = 0; x < turned.width(); ++x)
-                differing += std::abs(int(a[x]) - int(b[x])) > 96 ? 1 : 0;
-        }
-        best = std::min(best, double(differing) / double(turned.width() * turned.height()));
+        best = std::min(best, cups::differingShare(turned, theirs));
     }
     QVERIFY2(best < 0.03, qPrintable(QString("%1% of the pixels differ").arg(best * 100)));
     QVERIFY(demo.prompter.calls("status").last().text.startsWith(

@@ -1,7 +1,9 @@
 #include "base/ScriptedPrompter.h"
 #include "base/ui/CommandTable.h"
+#include "common/DesignerWindow.h"
 #include "common/TestRegistry.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "designer/DesignerActions.h"
 #include "designer/frmCustomLayout.h"
 #include "designer/frmFieldLength.h"
@@ -111,15 +113,6 @@ QStringList sorted(QStringList names) {
     return names;
 }
 
-struct NoReportActions : ReportActions {
-    QStringList calls;
-    void preview(const ReportSelection &, const QString &) override { calls << "preview"; }
-    void print(const ReportSelection &) override { calls << "print"; }
-    void exportPdf(const ReportSelection &, const QString &) override { calls << "pdf"; }
-    void openDesigner(int, const QString &) override { calls << "design"; }
-    void printerProperties() override { calls << "properties"; }
-};
-
 } // namespace
 
 // Each window's command table against its menus, tool bars and pop-up menus, and against the
@@ -202,12 +195,7 @@ static std::unique_ptr<frmCustomLayout> makeDesigner(const QTemporaryDir &dir, J
                                                      ScriptedPrompter &prompter,
                                                      DesignerActions &actions) {
     testsupport::writeBytes(dir.filePath("job.ini"), "[Printer]\r\nFunction=1\r\n");
-    job = JobFile::load(dir.filePath("job.ini"));
-    DesignerEnvironment environment;
-    environment.job = &job;
-    environment.templateFolder = dir.path();
-    environment.documentName = "Demo.spec";
-    return std::make_unique<frmCustomLayout>(environment, prompter, actions);
+    return testsupport::openDesigner(dir.filePath("job.ini"), job, dir.path(), prompter, actions);
 }
 
 void WindowCommandsTest::designerItemsAreEntries() {
@@ -248,7 +236,7 @@ void WindowCommandsTest::mainWindowItemsAreEntries() {
     testsupport::writeBytes(context.paths.jobFile, "[Printer]\r\n");
     context.job = JobFile::load(context.paths.jobFile);
     ScriptedPrompter prompter;
-    NoReportActions actions;
+    testsupport::RecordingReportActions actions;
     frmMenu window(context, prompter, actions);
     QCOMPARE(sorted(window.commands().names()), sorted(mainWindowCommands));
     // Every button and the designer's menu items are commands of the table; the user guide is

@@ -37,15 +37,6 @@ using testsupport::RecordingReportActions;
 
 namespace {
 
-struct RtfActions : PreviewActions {
-    QString written;
-    void print() override {}
-    void rerunHtml() override {}
-    QString rerunRtf() override { return written; }
-    void about() override {}
-    void help() override {}
-};
-
 QStringList statusTexts(const ScriptedPrompter &prompter) {
     QStringList texts;
     for (const ScriptedPrompter::Call &call : prompter.calls("status"))
@@ -61,7 +52,7 @@ QPushButton *button(QWidget &window, const char *name) {
 
 // The windows tell the user what they did (findings on stale state and silence): every save
 // and export confirms with its path, refusals come before dialogs, lists and captions follow the
-// choice, and run mode "3" is view-only in both windows.
+// choice, and run mode "3" is view-only (the preview's side of it is in PreviewWindowTest).
 class WindowFeedbackTest : public QObject {
     Q_OBJECT
 
@@ -70,12 +61,12 @@ private slots:
     void cleanupTestCase() { QStandardPaths::setTestModeEnabled(false); }
     void confirmationText_data();
     void confirmationText();
-    void savesConfirmWithPath();
+    void saveAsDefaultConfirmsWithPath();
     void pdfRefusesBeforeAskingForAFile();
     void previewExportsConfirm_data();
     void previewExportsConfirm();
     void captionFollowsTheChoice();
-    void runModeThreeIsViewOnlyInBothWindows();
+    void runModeThreeIsViewOnly();
     void designerSaveShowsInTheLists();
     void exportsOfTheJobConfirm();
     void statusGoesToTheWindowInFront();
@@ -97,20 +88,12 @@ void WindowFeedbackTest::confirmationText() {
     QCOMPARE(outputConfirmationText("PDF file", "/tmp/a b.pdf", OpenOutcome(outcome)), expected);
 }
 
-void WindowFeedbackTest::savesConfirmWithPath() {
+void WindowFeedbackTest::saveAsDefaultConfirmsWithPath() {
     DemoJob demo(DemoTemplates::OwnFolder);
     RecordingReportActions actions;
     frmMenu window(demo.context, demo.prompter, actions);
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    demo.prompter.clear();
-
-    const QString group = demo.dir.filePath("My Group.grp");
-    demo.prompter.queueFile(group);
-    QTest::mouseClick(button(window, "cmdSaveGroup"), Qt::LeftButton);
-    QVERIFY(QFileInfo::exists(group));
-    QCOMPARE(statusTexts(demo.prompter), QStringList{"Template group saved: " + group});
-
     demo.prompter.clear();
     QTest::mouseClick(button(window, "cmdSaveAsDefault"), Qt::LeftButton);
     QCOMPARE(statusTexts(demo.prompter),
@@ -160,9 +143,9 @@ void WindowFeedbackTest::previewExportsConfirm() {
     engine.EndDoc();
     ScriptedPrompter prompter;
     prompter.setOpenDocumentResult(viewerFound);
-    RtfActions actions;
+    testsupport::RecordingPreviewActions actions;
     const QString path = dir.filePath(command == "mnuRTF" ? "ReportCst.rtf" : "Report.pdf");
-    actions.written = path;
+    actions.rtfPath = path;
     prompter.queueFile(path);
     frmPrintpreview window(engine, prompter, actions, "1", "Classic Customer.cst");
     window.show();
@@ -181,8 +164,11 @@ void WindowFeedbackTest::captionFollowsTheChoice() {
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     const QString group = demo.dir.filePath("My Group.grp");
+    demo.prompter.clear();
     demo.prompter.queueFile(group);
-    QVERIFY(window.dispatch("cmdSaveGroup"));
+    QTest::mouseClick(button(window, "cmdSaveGroup"), Qt::LeftButton);
+    QVERIFY(QFileInfo::exists(group));
+    QCOMPARE(statusTexts(demo.prompter), QStringList{"Template group saved: " + group});
     demo.prompter.queueFile(group);
     QVERIFY(window.dispatch("cmdLoadGroup"));
     QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
@@ -195,7 +181,7 @@ void WindowFeedbackTest::captionFollowsTheChoice() {
     QCOMPARE(actions.calls.value(1), QString("preview:Classic Customer.cst"));
 }
 
-void WindowFeedbackTest::runModeThreeIsViewOnlyInBothWindows() {
+void WindowFeedbackTest::runModeThreeIsViewOnly() {
     DemoJob demo(DemoTemplates::OwnFolder, "3");
     QCOMPARE(demo.context.runMode, QString("3"));
     RecordingReportActions actions;
@@ -218,17 +204,6 @@ void WindowFeedbackTest::runModeThreeIsViewOnlyInBothWindows() {
     QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(actions.calls, QStringList{"preview:Classic.cov, Classic Customer.cst, "
                                         "Classic Customer.sum"});
-
-    // The preview of the same run mode says the same.
-    PageEngine engine;
-    engine.StartDoc();
-    engine.TextBox("Reception desk", 1440, 1440, 6000, 0);
-    engine.EndDoc();
-    RtfActions previewActions;
-    frmPrintpreview preview(engine, demo.prompter, previewActions, demo.context.runMode, "x");
-    QVERIFY(!preview.action("mnuPrint")->isEnabled());
-    QVERIFY(preview.dispatch("mnuPrint"));
-    QCOMPARE(preview.statusText(), viewOnlyRefusalText());
 }
 
 // A template saved in the designer opened from the main window is in the main window's list at

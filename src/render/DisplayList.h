@@ -188,8 +188,9 @@ public:
             , m_at(at) {}
 
         const DisplayItems *m_items = nullptr;
-        std::size_t m_at = 0;   // the item
-        std::size_t m_text = 0; // its place among the compact texts, lines and other items
+        std::size_t m_at = 0;
+        // Where the items of each kind before m_at end.
+        std::size_t m_text = 0;
         std::size_t m_line = 0;
         std::size_t m_other = 0;
     };
@@ -200,7 +201,7 @@ public:
     const_iterator end() const { return const_iterator(this, m_kinds.size()); }
     // The i-th item, found by walking the page from its start.
     PageItem operator[](std::size_t i) const;
-    PageItem back() const;
+    PageItem back() const; // of a page with items
 
     void push_back(TextItem item);
     void push_back(const LineItem &item);
@@ -215,7 +216,7 @@ public:
     // Text items with a font number below fontIndex's size take fontIndex[font] instead.
     void remapFonts(const std::vector<int> &fontIndex);
 
-    // Every compact text in at most this many bytes (a TextItem takes 128).
+    // Every compact text in at most this many bytes (a PageItem takes 128).
     static constexpr std::size_t CompactTextBudget = 56;
 
 private:
@@ -229,10 +230,11 @@ private:
         ManyLines = 8, // a compact text whose lines are in m_textLines
     };
 
-    // A text item whose coordinates are floats and whose colours take 24 bits. Its lines are
-    // those of nearly every text: none for an empty text, else one line that is the whole text,
-    // and lineRef is that line's width (as float bits). Other lines lie in m_textLines, and
-    // lineRef is their first index (upper 24 bits) and count (lower 8 bits).
+    // A text item whose coordinates are floats, whose colours take 24 bits and whose font and
+    // alignment codes 8. Its lines are those of nearly every text: none for an empty text, else
+    // one line that is the whole text, and lineRef is that line's width (as float bits). Other
+    // lines lie in m_textLines, and lineRef is their first index (upper 24 bits) and count
+    // (lower 8 bits).
     struct StoredText {
         QString text;
         float x;

@@ -5,7 +5,9 @@
 #include <QString>
 
 #include <algorithm>
+#include <cstddef>
 #include <initializer_list>
+#include <iterator>
 #include <memory>
 #include <utility>
 #include <variant>
@@ -55,6 +57,7 @@ public:
     TextLines() = default;
     TextLines(const std::vector<TextLine> &lines) { assign(lines.data(), lines.size()); }
     TextLines(std::initializer_list<TextLine> lines) { assign(lines.begin(), lines.size()); }
+    TextLines(const TextLine *lines, std::size_t count) { assign(lines, count); }
     TextLines(const TextLines &other) { assign(other.begin(), other.size()); }
     TextLines(TextLines &&other) noexcept
         : m_one(other.m_one)
@@ -152,11 +155,125 @@ inline double horizontalOffset(int align, double boxWidth, double lineWidth) {
 
 using PageItem = std::variant<TextItem, LineItem, RectItem, PictureItem>;
 
+// The items of one page, in drawing order. A big job keeps millions of items, so they are not
+// kept as PageItems: nearly all geometry is in whole or in 1/64 twips (font metrics at 1440
+// dpi), which a float holds exactly, and texts and lines are stored in compact forms of half
+// the size or less. Anything a compact form cannot hold exactly (a coordinate a float would
+// round, an out-of-range code) is kept as it came, so reading the items gives back exactly what
+// was added. Reading decodes: items come out by value, never by reference.
+class DisplayItems {
+public:
+    class const_iterator {
+    public:
+        using iterator_category = std::input_iterator_tag;
+        using value_type = PageItem;
+        using difference_type = std::ptrdiff_t;
+        using pointer = void;
+        using reference = PageItem;
+
+        const_iterator() = default;
+        PageItem operator*() const { return m_items->decode(m_at, m_text, m_line, m_other); }
+        const_iterator &operator++();
+        const_iterator operator++(int) {
+            const_iterator was = *this;
+            ++*this;
+            return was;
+        }
+        bool operator==(const const_iterator &other) const { return m_at == other.m_at; }
+
+    private:
+        friend class DisplayItems;
+        const_iterator(const DisplayItems *items, std::size_t at)
+            : m_items(items)
+            , m_at(at) {}
+
+        const DisplayItems *m_items = nullptr;
+        std::size_t m_at = 0;
+        // Where the items of each kind before m_at end.
+        std::size_t m_text = 0;
+        std::size_t m_line = 0;
+        std::size_t m_other = 0;
+    };
+
+    std::size_t size() const { return m_kinds.size(); }
+    bool empty() const { return m_kinds.empty(); }
+    const_iterator begin() const { return const_iterator(this, 0); }
+    const_iterator end() const { return const_iterator(this, m_kinds.size()); }
+    // The i-th item, found by walking the page from its start.
+    PageItem operator[](std::size_t i) const;
+    PageItem back() const; // of a page with items
+
+    void push_back(TextItem item);
+    void push_back(const LineItem &item);
+    void push_back(RectItem item);
+    void push_back(PictureItem item);
+    void push_back(PageItem item);
+
+    // Room for as many items of each kind as another page holds, and room more of each.
+    void reserveLike(const DisplayItems &other, std::size_t room);
+    // Gives back all room beyond the items and `room` more of each kind.
+    void trim(std::size_t room);
+    // Text items with a font number below fontIndex's size take fontIndex[font] instead.
+    void remapFonts(const std::vector<int> &fontIndex);
+
+    // Every compact text in at most this many bytes (a PageItem takes 128).
+    static constexpr std::size_t CompactTextBudget = 56;
+
+private:
+    // The kind of an item, with the flags of a compact text.
+    enum Kind : quint8 {
+        CompactText = 0,
+        CompactLine = 1,
+        Other = 2,
+        KindMask = 3,
+        Shaded = 4,    // a compact text with a background
+        ManyLines = 8, // a compact text whose lines are in m_textLines
+    };
+
+    // A text item whose coordinates are floats, whose colours take 24 bits and whose font and
+    // alignment codes 8. Its lines are those of nearly every text: none for an empty text, else
+    // one line that is the whole text, and lineRef is that line's width (as float bits). Other
+    // lines lie in m_textLines, and lineRef is their first index (upper 24 bits) and count
+    // (lower 8 bits).
+    struct StoredText {
+        QString text;
+        float x;
+        float y;
+        float width;
+        float height;
+        float textTop;
+        quint32 lineRef;
+        quint32 colorAndAlign;     // colour in the lower 24 bits, alignment code above
+        quint32 backgroundAndFont; // background colour in the lower 24 bits, font number above
+    };
+    static_assert(sizeof(StoredText) <= CompactTextBudget);
+
+    struct StoredLine {
+        float x1;
+        float y1;
+        float x2;
+        float y2;
+        float penWidth;
+        quint32 colorAndStyle; // colour in the lower 24 bits, pen style above
+    };
+
+    bool pushCompact(const TextItem &item);
+    bool pushCompact(const LineItem &item);
+    PageItem decode(std::size_t at, std::size_t text, std::size_t line, std::size_t other) const;
+    TextItem decodeText(const StoredText &stored, quint8 kind) const;
+
+    std::vector<quint8> m_kinds; // one per item, in drawing order
+    std::vector<StoredText> m_texts;
+    std::vector<TextLine> m_textLines;
+    std::vector<StoredLine> m_lines;
+    std::vector<PageItem> m_others; // rectangles, pictures and what no compact form holds
+};
+
 struct Page {
     double width = 0;
     double height = 0;
     bool landscape = false;
-    std::vector<PageItem> items;
+    DisplayItems items;
     QString exportRaw; // raw HTML / RTF text appended while this page was drawn
 };
 

@@ -38,10 +38,10 @@ QString cssColor(ColorNumber color) {
 QString ruleStyles(const Page &page) {
     static const QRegularExpression rule(
         QStringLiteral("<HR STYLE=\" Position: Absolute; left: ([^i\"]*)in; top: ([^i\"]*)in\""));
-    std::vector<const LineItem *> lines;
+    std::vector<LineItem> lines;
     for (const PageItem &item : page.items) {
         if (const auto *line = std::get_if<LineItem>(&item))
-            lines.push_back(line);
+            lines.push_back(*line);
     }
     QString rules;
     int number = 0;
@@ -52,7 +52,7 @@ QString ruleStyles(const Page &page) {
         const double left = match.captured(1).toDouble() * TwipsPerInch;
         const double top = match.captured(2).toDouble() * TwipsPerInch;
         for (auto candidate = lines.begin(); candidate != lines.end(); ++candidate) {
-            const LineItem &line = **candidate;
+            const LineItem &line = *candidate;
             const double pen = std::max(line.penWidth, ThinnestRule);
             const double x = std::min(line.x1, line.x2);
             const double y = std::min(line.y1, line.y2);

@@ -183,19 +183,12 @@ void PageEngine::addPage() {
     // free for what the page-field pass draws on top.
     constexpr std::size_t OverlayRoom = 4;
     constexpr std::size_t GrowthRoom = 16;
-    std::size_t expected = 0;
-    if (!m_pages.empty()) {
-        std::vector<PageItem> &last = m_pages.back().items;
-        expected = last.size();
-        if (last.capacity() > expected + OverlayRoom) {
-            std::vector<PageItem> fitted;
-            fitted.reserve(expected + OverlayRoom);
-            std::move(last.begin(), last.end(), std::back_inserter(fitted));
-            last = std::move(fitted);
-        }
-    }
     Page page;
-    page.items.reserve(expected + GrowthRoom);
+    if (!m_pages.empty()) {
+        DisplayItems &last = m_pages.back().items;
+        last.trim(OverlayRoom);
+        page.items.reserveLike(last, GrowthRoom);
+    }
     page.landscape = m_orientation == 1;
     page.width = page.landscape ? m_paperHeight : m_paperWidth;
     page.height = page.landscape ? m_paperWidth : m_paperHeight;
@@ -368,7 +361,7 @@ void PageEngine::TextBox(const QString &wholeText, double left, double top, doub
         item.background = m_brushColor;
     m_currentY = item.textTop + laid.height;
     if (!item.lines.empty() || item.background >= 0)
-        page.items.emplace_back(std::move(item));
+        page.items.push_back(std::move(item));
 }
 
 // ---- font state -----------------------------------------------------------------------------
@@ -502,13 +495,13 @@ double PageEngine::PenWidth() const {
 
 void PageEngine::DrawLine(double x1, double y1, double x2, double y2) {
     trace("DrawLine");
-    target().items.emplace_back(LineItem{x1, y1, x2, y2, m_penColor, m_penStyle, m_penWidth});
+    target().items.push_back(LineItem{x1, y1, x2, y2, m_penColor, m_penStyle, m_penWidth});
 }
 
 void PageEngine::DrawRectangle(double left, double top, double right, double bottom) {
     trace("DrawRectangle");
-    target().items.emplace_back(RectItem{left, top, right, bottom, m_penColor, m_penStyle,
-                                         m_penWidth, m_brushColor, m_brushStyle});
+    target().items.push_back(RectItem{left, top, right, bottom, m_penColor, m_penStyle, m_penWidth,
+                                      m_brushColor, m_brushStyle});
 }
 
 void PageEngine::DrawPicture(const QString &path, double left, double top, const QString &width,
@@ -518,7 +511,7 @@ void PageEngine::DrawPicture(const QString &path, double left, double top, const
     const PictureCache::Picture &picture = m_pictures.load(path);
     const double w = PictureCache::scaledExtent(width, picture.naturalSize.width());
     const double h = PictureCache::scaledExtent(height, picture.naturalSize.height());
-    page.items.emplace_back(PictureItem{path, left, top, w, h});
+    page.items.push_back(PictureItem{path, left, top, w, h});
 }
 
 // ---- export hooks ---------------------------------------------------------------------------

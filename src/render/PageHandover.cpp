@@ -54,12 +54,7 @@ void PageEngine::adoptPages(PageBatch batch) {
     }
     int number = batch.firstPage;
     for (Page &page : batch.pages) {
-        for (PageItem &item : page.items) {
-            if (auto *text = std::get_if<TextItem>(&item)) {
-                if (text->font >= 0 && std::size_t(text->font) < fontIndex.size())
-                    text->font = fontIndex[std::size_t(text->font)];
-            }
-        }
+        page.items.remapFonts(fontIndex);
         if (number > int(m_pages.size()))
             m_pages.resize(std::size_t(number));
         m_pages[std::size_t(number - 1)] = std::move(page);

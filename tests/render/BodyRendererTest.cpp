@@ -21,6 +21,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <optional>
+
 using namespace tavrel;
 
 namespace {
@@ -100,17 +102,17 @@ struct BodyRun {
     }
 
     // The text items of a page that read text, in drawing order.
-    std::vector<const TextItem *> texts(int page, const QString &text) const {
-        std::vector<const TextItem *> found;
+    std::vector<TextItem> texts(int page, const QString &text) const {
+        std::vector<TextItem> found;
         for (const PageItem &item : engine.page(page).items) {
             if (const auto *t = std::get_if<TextItem>(&item); t && t->text == text)
-                found.push_back(t);
+                found.push_back(*t);
         }
         return found;
     }
-    const TextItem *text(int page, const QString &text) const {
+    std::optional<TextItem> text(int page, const QString &text) const {
         const auto found = texts(page, text);
-        return found.empty() ? nullptr : found.front();
+        return found.empty() ? std::nullopt : std::optional<TextItem>(found.front());
     }
     // The page a text is on, 0 when none.
     int pageOf(const QString &text) const {
@@ -189,7 +191,7 @@ void BodyRendererTest::rowTallerThanAPage() {
     QCOMPARE(run.pageCount, 3);
     QCOMPARE(run.pageOf(QStringLiteral("SHORT1")), 1);
     // The tall row starts a page of its own, at the first row position, uncut in the list.
-    const TextItem *tall = run.text(2, QStringLiteral("TALL"));
+    const std::optional<TextItem> tall = run.text(2, QStringLiteral("TALL"));
     QVERIFY(tall);
     QCOMPARE(tall->y, run.text(1, QStringLiteral("SHORT1"))->y);
     QVERIFY(run.text(2, lines.join(QLatin1Char('\r')))->height > 15840);
@@ -230,12 +232,12 @@ void BodyRendererTest::subtotalRows() {
     sub.setText(ItemText::OptionDescriptions, QStringLiteral("Walnut"));
     run.run(listTemplate());
 
-    const TextItem *name = run.text(1, QStringLiteral("Subtotal - Lobby"));
+    const std::optional<TextItem> name = run.text(1, QStringLiteral("Subtotal - Lobby"));
     QVERIFY(name);
     QVERIFY(run.engine.fonts().at(name->font).spec.bold);
     // The subtotal's own amount sits under the extended column; quantity and unit price stay
     // empty, and its options are left out unless asked for.
-    const TextItem *amount = run.text(1, QStringLiteral("200.00"));
+    const std::optional<TextItem> amount = run.text(1, QStringLiteral("200.00"));
     QCOMPARE(run.texts(1, QStringLiteral("200.00")).size(), std::size_t(2));
     QCOMPARE(amount->x, run.text(1, QStringLiteral("100.00"))->x + 1400);
     QCOMPARE(run.texts(1, QStringLiteral("1")).size(), std::size_t(0));
@@ -275,8 +277,8 @@ void BodyRendererTest::optionAndNoteLinesAcrossAPageBreak() {
     QCOMPARE(run.pageOf(QStringLiteral("MANY")), 1);
     const int split = run.pageOf(QStringLiteral("C89"));
     QCOMPARE(split, 2);
-    const TextItem *code = run.text(1, QStringLiteral("C0"));
-    const TextItem *description = run.text(1, QStringLiteral("Description 0"));
+    const std::optional<TextItem> code = run.text(1, QStringLiteral("C0"));
+    const std::optional<TextItem> description = run.text(1, QStringLiteral("Description 0"));
     QCOMPARE(code->x, 720.0 + 500 + 40);
     QCOMPARE(description->x, 720.0 + 500 + 1200 + 40);
     QCOMPARE(description->y, code->y);
@@ -288,7 +290,7 @@ void BodyRendererTest::optionAndNoteLinesAcrossAPageBreak() {
         }
     }
     // The notes come after the last option, markers as read.
-    const TextItem *marker = run.text(2, QStringLiteral("[=Notes:=]"));
+    const std::optional<TextItem> marker = run.text(2, QStringLiteral("[=Notes:=]"));
     QVERIFY(marker);
     QVERIFY(marker->y > run.text(2, QStringLiteral("C89"))->y);
     QVERIFY(run.text(2, QStringLiteral("Note one")));
@@ -305,7 +307,7 @@ void BodyRendererTest::captionRowAndHeaderOnEveryPage() {
     QVERIFY(run.pageCount >= 3);
     for (int page = 1; page <= run.pageCount; ++page) {
         QVERIFY(run.text(page, QStringLiteral("Quotation")));
-        const TextItem *caption = run.text(page, QStringLiteral("Part No."));
+        const std::optional<TextItem> caption = run.text(page, QStringLiteral("Part No."));
         QVERIFY(caption);
         QCOMPARE(caption->y, 720.0 + 400);
         QVERIFY(run.text(page, QStringLiteral("Option")));
@@ -315,12 +317,12 @@ void BodyRendererTest::captionRowAndHeaderOnEveryPage() {
     // Rows on a later page start where they start on the first.
     const double first = run.text(1, QStringLiteral("P1"))->y;
     const int second = run.pageOf(QStringLiteral("P120"));
-    const TextItem *top = nullptr;
+    std::optional<TextItem> top;
     for (const PageItem &item : run.engine.page(second).items) {
         const auto *t = std::get_if<TextItem>(&item);
         static const QRegularExpression row(QStringLiteral("^P[0-9]+$"));
         if (!top && t && row.match(t->text).hasMatch())
-            top = t;
+            top = *t;
     }
     QVERIFY(top);
     QCOMPARE(top->y, first);
@@ -341,7 +343,7 @@ void BodyRendererTest::pageFieldsOnAThreePageJob() {
     for (int page = 1; page <= 3; ++page) {
         const auto pageOf = run.texts(page, QStringLiteral("Page %1 of  3").arg(page));
         QCOMPARE(pageOf.size(), std::size_t(1));
-        QCOMPARE(pageOf.front()->y, 15840.0 - 720 - 240);
+        QCOMPARE(pageOf.front().y, 15840.0 - 720 - 240);
         // The footer is drawn once, in the page-field pass; the header in the flow.
         QCOMPARE(run.texts(page, QStringLiteral("Dealer")).size(), std::size_t(1));
         QCOMPARE(run.texts(page, QStringLiteral("Page %1").arg(page)).size(), std::size_t(1));

@@ -99,7 +99,7 @@ void OutputHelpersTest::printTextBoxReadsBackInOrder() {
     QCOMPARE(run.log,
              strings({"TextBox", "FontSize", "FontName", "FontUnderline", "FontItalic", "TextColor",
                       "FontUnderline", "BrushColor", "TextAlign", "ExportRaw="}));
-    const TextItem &item = std::get<TextItem>(run.engine.page(1).items.back());
+    const TextItem item = std::get<TextItem>(run.engine.page(1).items.back());
     QCOMPARE(item.x, 720.0);
     QCOMPARE(item.width, 2880.0);
     QCOMPARE(item.background, qint64(WhiteColor)); // shaded with the brush
@@ -166,7 +166,7 @@ void OutputHelpersTest::printPictureSkipsMissingFiles() {
 
     run.out.PrintPicture(path, 300, 400, QStringLiteral("75%"));
     QCOMPARE(run.log, strings({"DrawPicture", "ExportRaw="}));
-    const auto &picture = std::get<PictureItem>(run.engine.page(1).items.back());
+    const auto picture = std::get<PictureItem>(run.engine.page(1).items.back());
     QCOMPARE(picture.width, 20 * 15 * 0.75); // 96 dpi: 15 twips a pixel
     QCOMPARE(picture.height, 10 * 15 * 0.75);
     QCOMPARE(run.engine.page(1).exportRaw, QStringLiteral("[picture %1 300 400]").arg(path));

@@ -8,6 +8,8 @@
 
 #include <QTest>
 
+#include <optional>
+
 using namespace tavrel;
 
 namespace {
@@ -43,12 +45,12 @@ ReportData sampleData() {
     return data;
 }
 
-const TextItem *findText(const Page &page, const QString &text) {
+std::optional<TextItem> findText(const Page &page, const QString &text) {
     for (const PageItem &item : page.items) {
         if (const auto *t = std::get_if<TextItem>(&item); t && t->text == text)
-            return t;
+            return *t;
     }
-    return nullptr;
+    return std::nullopt;
 }
 
 } // namespace
@@ -160,21 +162,22 @@ void PageBandsTest::bandsSitAtTheMarginsAndDrawTheirBoxes() {
     engine.EndDoc();
 
     const Page &page = engine.page(1);
-    const TextItem *company = findText(page, QStringLiteral("Harbor Point Office Interiors"));
+    const std::optional<TextItem> company =
+        findText(page, QStringLiteral("Harbor Point Office Interiors"));
     QVERIFY(company);
     QCOMPARE(company->x, 820.0);
     QCOMPARE(company->y, 550.0);
-    const TextItem *quote = findText(page, QStringLiteral("Customer Quotation"));
+    const std::optional<TextItem> quote = findText(page, QStringLiteral("Customer Quotation"));
     QVERIFY(quote);
     QCOMPARE(quote->align, 2);               // the designer's "right" is the engine's 2
     QCOMPARE(quote->background, qint64(-1)); // white boxes are not filled
-    const TextItem *pageOf = findText(page, QStringLiteral("Page 1 of  2"));
+    const std::optional<TextItem> pageOf = findText(page, QStringLiteral("Page 1 of  2"));
     QVERIFY(pageOf);
     QCOMPARE(pageOf->y, 15840.0 - 600 - 300 + 60);
-    const LineItem *line = nullptr;
+    std::optional<LineItem> line;
     for (const PageItem &item : page.items) {
-        if (!line)
-            line = std::get_if<LineItem>(&item);
+        if (const auto *l = std::get_if<LineItem>(&item); l && !line)
+            line = *l;
     }
     QVERIFY(line);
     QCOMPARE(line->y1, 15840.0 - 600 - 300 + 10);

@@ -160,7 +160,7 @@ void PageEngineTest::pictureSizes() {
     PageEngine engine;
     engine.StartDoc();
     engine.DrawPicture(path, 100, 200, size, size);
-    const auto &picture = std::get<PictureItem>(engine.page(1).items.back());
+    const auto picture = std::get<PictureItem>(engine.page(1).items.back());
     QCOMPARE(picture.x, 100.0);
     QCOMPARE(picture.y, 200.0);
     QVERIFY2(qAbs(picture.width - width) < 0.5, qPrintable(QString::number(picture.width)));
@@ -223,7 +223,7 @@ void PageEngineTest::picturesDecodeAtTheSizeTheyPrint() {
     PageEngine engine;
     engine.StartDoc();
     engine.DrawPicture(path, 0, 0, size, size);
-    const auto &item = std::get<PictureItem>(engine.page(1).items.back());
+    const auto item = std::get<PictureItem>(engine.page(1).items.back());
     const QImage image = engine.pictures().image(path, QSizeF(item.width, item.height));
     // A picture this large is sized from a smaller decode: its resolution, and so the pixels
     // wanted, may be a hair off.

@@ -10,7 +10,7 @@ using namespace tavrel;
 
 namespace {
 
-const TextItem &lastText(const PageEngine &engine) {
+TextItem lastText(const PageEngine &engine) {
     const Page &page = engine.page(engine.PageCount());
     return std::get<TextItem>(page.items.back());
 }
@@ -96,7 +96,7 @@ void TextLayoutTest::longWordBreaksInsideTheWord() {
     const QString word = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
     const double width = m_engine->TextWidth(QStringLiteral("ABCDEF")) + 1;
     m_engine->TextBox(QStringLiteral("to ") + word, 0, 0, width, 0);
-    const TextItem &item = lastText(*m_engine);
+    const TextItem item = lastText(*m_engine);
     const QStringList lines = linesOf(item);
     QVERIFY2(lines.size() >= 5, qPrintable(lines.join(QLatin1Char('|'))));
     QCOMPARE(lines.first(), QStringLiteral("to"));
@@ -130,7 +130,7 @@ void TextLayoutTest::measureEqualsDraw() {
     const double top = 2000;
     m_engine->TextBox(text, 720, top, width, 0);
     QCOMPARE(m_engine->CurrentY(), top + measured);
-    const TextItem &item = lastText(*m_engine);
+    const TextItem item = lastText(*m_engine);
     QCOMPARE(item.height, measured);
 
     // A box drawn without measuring first lays out the same lines.
@@ -161,7 +161,7 @@ void TextLayoutTest::alignment() {
     m_engine->setTextAlign(code);
     const double left = 1000, top = 3000, width = 4000, height = 1000;
     m_engine->TextBox(text, left, top, width, height);
-    const TextItem &item = lastText(*m_engine);
+    const TextItem item = lastText(*m_engine);
     const double textHeight =
         double(item.lines.size()) * m_engine->fonts().at(item.font).lineSpacing;
 
@@ -213,7 +213,7 @@ void TextLayoutTest::textBeyondThePaperIsCut() {
     QFETCH(double, width);
     QFETCH(bool, wrap);
     m_engine->TextBox(text, 720, 720, width, 0, wrap, false, false);
-    const TextItem &item = lastText(*m_engine);
+    const TextItem item = lastText(*m_engine);
     QVERIFY(text.startsWith(item.text));
     QVERIFY2(item.text.size() < 200000, qPrintable(QString::number(item.text.size())));
     const FontEntry &font = m_engine->fonts().at(item.font);
@@ -242,7 +242,7 @@ void TextLayoutTest::textThatFitsIsKeptWhole() {
         const double longer = std::max(m_engine->PageWidth(), m_engine->PageHeight());
         for (double width : {200.0, 3000.0, 11000.0}) {
             m_engine->TextBox(description, 720, 720, width, 0, true, false, false);
-            const TextItem &item = lastText(*m_engine);
+            const TextItem item = lastText(*m_engine);
             const FontEntry &used = m_engine->fonts().at(item.font);
             const double shown = double(item.lines.size()) * used.lineSpacing;
             // Cut only when what is kept already runs past the paper.

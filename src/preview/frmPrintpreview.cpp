@@ -1,5 +1,6 @@
 #include "preview/frmPrintpreview.h"
 
+#include "base/Prompter.h"
 #include "preview/PageView.h"
 #include "preview/ThumbnailPanel.h"
 #include "preview/frmFind.h"
@@ -127,8 +128,16 @@ void frmPrintpreview::addPageTools(QToolBar *bar) {
     m_pageTotal->setMinimumWidth(50);
     bar->addWidget(m_pageTotal);
     connect(m_pageNumber, &QSpinBox::valueChanged, this, [this](int page) {
-        if (page != m_view->currentPage())
+        m_pendingPage.reset();
+        if (page > m_view->pageCount() && m_layoutRunning) {
+            // A big job is still being laid out behind the preview: the page comes when the
+            // layout reaches it.
+            m_pendingPage = page;
+            m_prompter.status(
+                QStringLiteral("Page %1 is shown as soon as it is laid out.").arg(page));
+        } else if (page != m_view->currentPage()) {
             m_view->showPage(page);
+        }
     });
 }
 
@@ -228,7 +237,21 @@ void frmPrintpreview::pollEngine() {
     }
     m_view->refresh();
     m_thumbnails->refreshPages();
+    showPendingPage();
     updatePageTools();
+}
+
+void frmPrintpreview::showPendingPage() {
+    if (!m_pendingPage)
+        return;
+    const int count = m_view->pageCount();
+    // A layout that ended, finished or stopped, before the page shows the last page it made.
+    if (*m_pendingPage <= count || !m_layoutRunning) {
+        const int page = std::min(*m_pendingPage, count);
+        m_pendingPage.reset();
+        if (page >= 1)
+            m_view->showPage(page);
+    }
 }
 
 void frmPrintpreview::refreshDocument() {
@@ -247,6 +270,7 @@ void frmPrintpreview::resetDocument() {
 void frmPrintpreview::setLayoutRunning(bool running) {
     m_layoutRunning = running;
     pollEngine();
+    showPendingPage();
     updatePageTools();
     updateOutputTools();
 }
@@ -262,8 +286,10 @@ int frmPrintpreview::pageCount() const {
 void frmPrintpreview::updatePageTools() {
     const int count = m_view->pageCount();
     const QSignalBlocker blocker(m_pageNumber);
-    m_pageNumber->setRange(count > 0 ? 1 : 0, std::max(count, 0));
-    m_pageNumber->setValue(m_view->currentPage());
+    // While the layout runs, any page can be asked for; it shows when it is laid out.
+    m_pageNumber->setRange(count > 0 ? 1 : 0,
+                           m_layoutRunning ? PageEngine::MaxPageCount : std::max(count, 0));
+    m_pageNumber->setValue(m_pendingPage.value_or(m_view->currentPage()));
     // While the job still runs the count is what is laid out so far.
     m_pageTotal->setText(QStringLiteral(" of %1%2 ")
                              .arg(count)

@@ -53,6 +53,7 @@ public:
     // While the job is still laying out pages, the outputs (print, PDF, HTML, RTF) wait.
     void setLayoutRunning(bool running);
     bool layoutRunning() const { return m_layoutRunning; }
+    std::optional<int> pendingPage() const { return m_pendingPage; }
     // Reads the engine again now (the poll would within a moment).
     void refreshDocument();
     // The job laid the document out anew (an export re-run): drop every rendered image.
@@ -109,6 +110,7 @@ private:
     void buildStatusBar();
     void watchEngine();
     void pollEngine();
+    void showPendingPage();
     void updatePageTools();
     void updateZoomTools(const QString &modeText);
     void updateOutputTools();
@@ -156,6 +158,8 @@ private:
     ZoomState m_zoom;
     QString m_zoomModeText; // what the zoom-mode tool shows: a mode name or "Zoom"
     bool m_layoutRunning = false;
+    // A page typed into the page box before the layout reached it: shown when it arrives.
+    std::optional<int> m_pendingPage;
     bool m_refreshQueued = false;
     int m_listenerId = 0;
     // What the poll compares to notice pages added or drawn on.

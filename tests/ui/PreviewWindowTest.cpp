@@ -20,6 +20,7 @@
 #include <QScrollBar>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -574,12 +575,20 @@ void PreviewWindowTest::growingDocument() {
             window.dispatch("mnuPrint");
             QVERIFY(actions.calls.isEmpty());
             QVERIFY(!window.action("mnuViewPDF")->isEnabled());
+            // A page typed before it is laid out shows when it arrives.
+            QCoreApplication::processEvents();
+            auto *pageBox = window.findChild<QSpinBox *>(QStringLiteral("txtPage"));
+            QVERIFY(pageBox);
+            pageBox->setValue(35);
+            QCOMPARE(window.pendingPage(), std::optional<int>(35));
+            QCOMPARE(window.currentPage(), 1);
         }
     }
     QTRY_COMPARE(window.pageCount(), 40);
+    QCOMPARE(window.pendingPage(), std::nullopt);
     QVERIFY(window.pageView()->verticalScrollBar()->maximum() > rangeAtStart);
     QCOMPARE(window.thumbnails()->model()->rowCount(), 40);
-    QCOMPARE(window.currentPage(), 1); // the user's place is kept
+    QCOMPARE(window.currentPage(), 35); // shown when it came, and kept as more pages came
     window.dispatch("mnuViewLast");
     QCOMPARE(window.currentPage(), 40);
     engine.EndDoc();
@@ -590,7 +599,12 @@ void PreviewWindowTest::growingDocument() {
     engine.TextBox("Page 40 of  40", 1440, 14000, 4000, 0);
     engine.EndOverlay();
     QTRY_VERIFY(window.pageView()->cache().renders() > rendersBefore);
+    // A page past the end of a layout that ends is the last page.
+    window.findChild<QSpinBox *>(QStringLiteral("txtPage"))->setValue(100);
+    QCOMPARE(window.pendingPage(), std::optional<int>(100));
     window.setLayoutRunning(false);
+    QCOMPARE(window.currentPage(), 40);
+    QCOMPARE(window.pendingPage(), std::nullopt);
     QVERIFY(window.action("mnuViewPDF")->isEnabled());
     window.dispatch("mnuPrint");
     QCOMPARE(actions.calls, QStringList{"print"});

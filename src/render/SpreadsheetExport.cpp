@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <memory>
 
 namespace tavrel {
@@ -82,15 +83,15 @@ public:
         // The item above its folded lines carries the fold's button.
         worksheet_outline_settings(sheet, LXW_TRUE, LXW_FALSE, LXW_TRUE, LXW_FALSE);
         setColumnWidths(sheet, table);
-        if (!table.rows.empty() && table.rows.front().kind == SheetRowKind::Caption) {
-            worksheet_freeze_panes(sheet, 1, 0);
-            worksheet_repeat_rows(sheet, 0, 0);
-        }
         // Printed, the sheet reads like the body pages: across the page, captions on each.
         worksheet_set_landscape(sheet);
         worksheet_fit_to_pages(sheet, 1, 0);
         lxw_row_t rowNumber = 0;
-        for (const SheetRow &row : table.rows) {
+        table.forEachRow([&](const SheetRow &row) {
+            if (rowNumber == 0 && row.kind == SheetRowKind::Caption) {
+                worksheet_freeze_panes(sheet, 1, 0);
+                worksheet_repeat_rows(sheet, 0, 0);
+            }
             // A row of several-line texts is made tall enough for them: not every reader
             // grows a row for its wrapped cells.
             qsizetype lines = 1;
@@ -110,7 +111,7 @@ public:
                 ++column;
             }
             ++rowNumber;
-        }
+        });
     }
 
     lxw_error close() {
@@ -155,15 +156,16 @@ private:
     }
 
     static void setColumnWidths(lxw_worksheet *sheet, const SheetTable &table) {
+        // A pass of its own over the rows: the widths go before the rows in the file.
         std::vector<int> widths(std::size_t(std::max(table.columnCount, 1)), MinimumColumnWidth);
-        for (const SheetRow &row : table.rows) {
+        table.forEachRow([&widths](const SheetRow &row) {
             for (std::size_t c = 0; c < row.cells.size() && c < widths.size(); ++c) {
                 int longest = 0;
                 for (const QStringView line : QStringView(row.cells[c].text).split(u'\r'))
                     longest = std::max(longest, int(line.size()));
                 widths[c] = std::max(widths[c], std::min(longest + 2, MaximumColumnWidth));
             }
-        }
+        });
         for (std::size_t c = 0; c < widths.size(); ++c)
             worksheet_set_column(sheet, lxw_col_t(c), lxw_col_t(c), widths[c], nullptr);
     }
@@ -211,6 +213,26 @@ QString csvField(const SheetCell &cell) {
         return text;
     text.replace(QLatin1Char('"'), QLatin1String("\"\""));
     return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+// The CSV text of a table, handed to out a row at a time.
+void writeCsvRows(const SheetTable &table, const std::function<void(const QByteArray &)> &out) {
+    // With the mark, Excel reads the file as UTF-8 instead of the system's code page, where
+    // accented names would come out garbled; LibreOffice and CSV libraries skip it.
+    out(QByteArrayLiteral("\xEF\xBB\xBF"));
+    QString line;
+    table.forEachRow([&](const SheetRow &row) {
+        line.clear();
+        const int count = std::max(table.columnCount, int(row.cells.size()));
+        for (int c = 0; c < count; ++c) {
+            if (c > 0)
+                line += QLatin1Char(',');
+            if (c < int(row.cells.size()))
+                line += csvField(row.cells[std::size_t(c)]);
+        }
+        line += QLatin1String("\r\n");
+        out(line.toUtf8());
+    });
 }
 
 } // namespace
@@ -265,27 +287,25 @@ void writeXlsx(const QString &path, const std::vector<SheetTable> &sheets,
 }
 
 QByteArray csvText(const SheetTable &table) {
-    // With the mark, Excel reads the file as UTF-8 instead of the system's code page, where
-    // accented names would come out garbled; LibreOffice and CSV libraries skip it.
-    QByteArray bytes("\xEF\xBB\xBF");
-    QString line;
-    for (const SheetRow &row : table.rows) {
-        line.clear();
-        const int count = std::max(table.columnCount, int(row.cells.size()));
-        for (int c = 0; c < count; ++c) {
-            if (c > 0)
-                line += QLatin1Char(',');
-            if (c < int(row.cells.size()))
-                line += csvField(row.cells[std::size_t(c)]);
-        }
-        line += QLatin1String("\r\n");
-        bytes += line.toUtf8();
-    }
+    QByteArray bytes;
+    writeCsvRows(table, [&bytes](const QByteArray &piece) { bytes += piece; });
     return bytes;
 }
 
 void writeCsv(const QString &path, const SheetTable &table) {
-    TextFile::writeAtomically(path, csvText(table));
+    // Row by row into the file, in blocks: the text of a big job's table is not made whole
+    // first. A short write shows in the atomic save's own check.
+    TextFile::writeAtomically(path, [&table](QIODevice &file) {
+        QByteArray block;
+        writeCsvRows(table, [&](const QByteArray &piece) {
+            block += piece;
+            if (block.size() >= 256 * 1024) {
+                file.write(block);
+                block.clear();
+            }
+        });
+        file.write(block);
+    });
 }
 
 } // namespace SpreadsheetExport

@@ -98,8 +98,8 @@ std::vector<SheetColumn> sheetColumns(const TemplateLayout &body, const ReportDa
 }
 
 // The option or note lines of an item as rows, with the line columns of their kind filled.
-void addSubLines(SheetTable &table, const std::vector<SheetColumn> &columns, const SifItem &item,
-                 bool notes) {
+void addSubLines(const SheetRowSink &sink, const std::vector<SheetColumn> &columns,
+                 const SifItem &item, bool notes) {
     bool shown = false;
     for (const SheetColumn &column : columns)
         shown = shown || (column.source != Source::Cell && column.notes == notes);
@@ -127,7 +127,7 @@ void addSubLines(SheetTable &table, const std::vector<SheetColumn> &columns, con
             }
             row.cells.push_back(textCell(text));
         }
-        table.rows.push_back(std::move(row));
+        sink(row);
     }
 }
 
@@ -142,7 +142,7 @@ SheetCell totalCell(const BodyCellTexts::TotalAmount &total, const QString &text
     return cell;
 }
 
-void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
+void addTotals(const SheetRowSink &sink, const std::vector<SheetColumn> &columns,
                const TemplateLayout &body, const ReportData &data) {
     std::vector<CustomTemplate> boxes;
     for (int slot = 1; slot <= TemplateLayout::BoxCapacity; ++slot) {
@@ -155,14 +155,14 @@ void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
                      [](const CustomTemplate &a, const CustomTemplate &b) {
                          return a.tTop != b.tTop ? a.tTop < b.tTop : a.tLeft < b.tLeft;
                      });
-    const int width = std::max(2, table.columnCount);
+    const int width = std::max(2, int(columns.size()));
     for (const CustomTemplate &box : boxes) {
         SheetRow row;
         row.kind = SheetRowKind::Total;
         row.cells.assign(std::size_t(width), SheetCell{});
         if (box.tNotes) {
             row.cells[0] = textCell(box.tNotesName);
-            table.rows.push_back(std::move(row));
+            sink(row);
             continue;
         }
         if (!data.spec)
@@ -172,7 +172,7 @@ void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
             // description in the first two columns.
             if (box.tDisplayLabel) {
                 row.cells[0] = textCell(FieldCatalog::totalLabel(box.tCaption));
-                table.rows.push_back(row);
+                sink(row);
             }
             for (const auto &[code, description] : BodyCellTexts::distinctOptions(*data.spec)) {
                 SheetRow option;
@@ -180,7 +180,7 @@ void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
                 option.cells.assign(std::size_t(width), SheetCell{});
                 option.cells[0] = textCell(code);
                 option.cells[1] = textCell(description);
-                table.rows.push_back(std::move(option));
+                sink(option);
             }
             continue;
         }
@@ -201,7 +201,7 @@ void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
         }
         row.cells[at] = value;
         row.cells[at - 1] = textCell(label);
-        table.rows.push_back(std::move(row));
+        sink(row);
     }
 }
 
@@ -210,37 +210,39 @@ void addTotals(SheetTable &table, const std::vector<SheetColumn> &columns,
 namespace SpreadsheetTable {
 
 SheetTable items(const TemplateLayout &body, const ReportData &data) {
-    const std::vector<SheetColumn> columns = sheetColumns(body, data);
     SheetTable table;
     table.name = QStringLiteral("Items");
+    std::vector<SheetColumn> columns = sheetColumns(body, data);
     table.columnCount = int(columns.size());
-    SheetRow captions;
-    captions.kind = SheetRowKind::Caption;
-    for (const SheetColumn &column : columns)
-        captions.cells.push_back(textCell(column.caption));
-    table.rows.push_back(std::move(captions));
+    table.rowSource = [columns = std::move(columns), &body, &data](const SheetRowSink &sink) {
+        SheetRow captions;
+        captions.kind = SheetRowKind::Caption;
+        for (const SheetColumn &column : columns)
+            captions.cells.push_back(textCell(column.caption));
+        sink(captions);
 
-    const int records = data.spec ? data.spec->itemCount() : 0;
-    table.rows.reserve(std::size_t(records) + 16);
-    for (int record = 1; record <= records; ++record) {
-        const SifItem &item = data.spec->item(record);
-        const bool subtotal = item.isSubtotal();
+        const int records = data.spec ? data.spec->itemCount() : 0;
         SheetRow row;
-        row.kind = subtotal ? SheetRowKind::Subtotal : SheetRowKind::Item;
-        for (const SheetColumn &column : columns) {
-            row.cells.push_back(column.source == Source::Cell
-                                    ? itemCell(column.field, item, subtotal)
-                                    : SheetCell{});
+        for (int record = 1; record <= records; ++record) {
+            const SifItem &item = data.spec->item(record);
+            const bool subtotal = item.isSubtotal();
+            row.kind = subtotal ? SheetRowKind::Subtotal : SheetRowKind::Item;
+            row.cells.clear();
+            for (const SheetColumn &column : columns) {
+                row.cells.push_back(column.source == Source::Cell
+                                        ? itemCell(column.field, item, subtotal)
+                                        : SheetCell{});
+            }
+            sink(row);
+            if (!subtotal || data.showSubTotalOptions) {
+                // Options before notes, as the body stacks them unless the template puts the
+                // note columns higher; the spreadsheet keeps the plain order.
+                addSubLines(sink, columns, item, false);
+                addSubLines(sink, columns, item, true);
+            }
         }
-        table.rows.push_back(std::move(row));
-        if (!subtotal || data.showSubTotalOptions) {
-            // Options before notes, as the body stacks them unless the template puts the note
-            // columns higher; the spreadsheet keeps the plain order.
-            addSubLines(table, columns, item, false);
-            addSubLines(table, columns, item, true);
-        }
-    }
-    addTotals(table, columns, body, data);
+        addTotals(sink, columns, body, data);
+    };
     return table;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -45,10 +46,25 @@ struct SheetRow {
     int outlineLevel() const { return kind == SheetRowKind::SubLine ? 1 : 0; }
 };
 
+// Hears the rows of a table, one at a time and in order.
+using SheetRowSink = std::function<void(const SheetRow &row)>;
+
 struct SheetTable {
     QString name;
     int columnCount = 0;
     std::vector<SheetRow> rows;
+    // When set, the rows are made when asked for, instead of held in rows: every call hands
+    // them all to the sink again. A big job's item list never stands in memory whole.
+    std::function<void(const SheetRowSink &sink)> rowSource;
+
+    void forEachRow(const SheetRowSink &sink) const {
+        if (rowSource) {
+            rowSource(sink);
+            return;
+        }
+        for (const SheetRow &row : rows)
+            sink(row);
+    }
 };
 
 // What the body pages print, as rows and columns for the spreadsheet exports. The texts come
@@ -56,7 +72,8 @@ struct SheetTable {
 // the spreadsheet's own.
 namespace SpreadsheetTable {
 
-// The item list: a caption row with the body template's columns left to right (a pair column
+// The item list, its rows made when the table is read (body and data must outlive the table):
+// a caption row with the body template's columns left to right (a pair column
 // of option or note lines gives two, code and description, captioned as the body splits it),
 // one row per record in specification order, the option and note lines under their record
 // (under a subtotal only when the job shows subtotal options), and the totals block.

@@ -12,6 +12,7 @@
 #include "base/ui/QtPrompter.h"
 #include "common/DesignerWindow.h"
 #include "common/TestSupport.h"
+#include "common/WindowFixtures.h"
 #include "designer/DesignCanvas.h"
 #include "designer/DesignerActions.h"
 #include "designer/frmCustomLayout.h"
@@ -176,18 +177,6 @@ void designerComfort(const QString &folder) {
     check(dialogs.dispatch(QStringLiteral("mnuEditNotes")), QStringLiteral("mnuEditNotes"));
 }
 
-QString writePicture(const QString &path, QSize pixels, QColor colour) {
-    QImage image(pixels, QImage::Format_RGB32);
-    image.fill(colour);
-    QPainter painter(&image);
-    painter.setPen(Qt::black);
-    painter.drawRect(image.rect().adjusted(0, 0, -1, -1));
-    painter.drawLine(0, 0, pixels.width(), pixels.height());
-    painter.end();
-    image.save(path);
-    return path;
-}
-
 // A logo dropped on the Classic body template's header, and its last column made wider than
 // the printable area; the template stays beside the shots, for printing it to compare.
 void agreement(const QString &folder) {
@@ -221,8 +210,8 @@ void agreement(const QString &folder) {
     window.show();
     check(QTest::qWaitForWindowExposed(&window), QStringLiteral("the designer did not show"));
 
-    const QString logo =
-        writePicture(folder + QStringLiteral("/logo.png"), {200, 100}, QColor(255, 220, 200));
+    const QString logo = testsupport::writePicture(folder + QStringLiteral("/logo.png"), {200, 100},
+                                                   QColor(255, 220, 200));
     prompter.queueFile(logo);
     window.dispatch(QStringLiteral("mnuEditLogo"));
     // Dropped on the header's last grid row, below the file title.

@@ -8,12 +8,29 @@
 #include "shell/Startup.h"
 #include "shell/ui/ReportActions.h"
 
+#include <QColor>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
+#include <QPainter>
+#include <QSize>
 #include <QTemporaryDir>
 
 namespace testsupport {
+
+// A picture file of this size and colour, framed and crossed so that its placing shows.
+inline QString writePicture(const QString &path, QSize pixels, QColor colour) {
+    QImage image(pixels, QImage::Format_RGB32);
+    image.fill(colour);
+    QPainter painter(&image);
+    painter.setPen(Qt::black);
+    painter.drawRect(image.rect().adjusted(0, 0, -1, -1));
+    painter.drawLine(0, 0, pixels.width(), pixels.height());
+    painter.end();
+    image.save(path);
+    return path;
+}
 
 // The main window's report actions, recorded instead of run.
 struct RecordingReportActions : tavrel::ReportActions {

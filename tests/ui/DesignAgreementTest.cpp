@@ -35,18 +35,6 @@ QString describe(const QRectF &r) {
     return QStringLiteral("(%1, %2, %3 x %4)").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
 }
 
-QString writePicture(const QString &path, QSize pixels, QColor colour) {
-    QImage image(pixels, QImage::Format_RGB32);
-    image.fill(colour);
-    QPainter painter(&image);
-    painter.setPen(Qt::black);
-    painter.drawRect(image.rect().adjusted(0, 0, -1, -1));
-    painter.drawLine(0, 0, pixels.width(), pixels.height());
-    painter.end();
-    image.save(path);
-    return path;
-}
-
 } // namespace
 
 // What the designer shows is what prints. Templates of each kind are built with the designer's
@@ -223,8 +211,8 @@ void DesignAgreementTest::agreement() {
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
 
-    const QString logo =
-        writePicture(session->dir.filePath("logo.png"), {200, 100}, QColor(200, 220, 255));
+    const QString logo = testsupport::writePicture(session->dir.filePath("logo.png"), {200, 100},
+                                                   QColor(200, 220, 255));
     if (logoFirst) {
         m_prompter.queueFile(logo);
         QVERIFY(window.dispatch("mnuEditLogo"));
@@ -415,8 +403,8 @@ void DesignAgreementTest::logoOnClassicBodyTemplateKeepsCaptionsFree() {
         if (window.document().layout().box(s).placed && window.document().layout().box(s).logo)
             slot = s;
     QVERIFY(slot != 0);
-    const QString logo =
-        writePicture(session->dir.filePath("logo.png"), {200, 100}, QColor(255, 220, 200));
+    const QString logo = testsupport::writePicture(session->dir.filePath("logo.png"), {200, 100},
+                                                   QColor(255, 220, 200));
     // Selected through a click on the canvas, then Tool > Choose Logo Picture...
     QTest::mouseClick(canvas, Qt::LeftButton, {},
                       canvas->widgetRect(canvas->boxPageRect(slot)).center());
@@ -459,8 +447,8 @@ void DesignAgreementTest::logoChosenBeforeItsBoxIsKept() {
     auto session = openDesigner("Untitled.cov");
     QVERIFY(session);
     frmCustomLayout &window = *session->window;
-    const QString logo =
-        writePicture(session->dir.filePath("early.png"), {120, 60}, QColor(220, 255, 220));
+    const QString logo = testsupport::writePicture(session->dir.filePath("early.png"), {120, 60},
+                                                   QColor(220, 255, 220));
     m_prompter.queueFile(logo);
     QVERIFY(window.dispatch("mnuEditLogo"));
     const int slot = drop(window, NewBoxRequest::Type::Logo, "Logo", Container::header(), {0, 0});

@@ -75,12 +75,6 @@ QString subtotalCellText(const QString &caption, const SifItem &item) {
     return {};
 }
 
-QStringList fieldLines(const QString &joined) {
-    if (joined.isEmpty())
-        return {};
-    return joined.split(QLatin1Char('\r'));
-}
-
 QString invertedPercentText(double fraction) {
     const QString text = basicFormat(fraction, PercentTotalPattern).trimmed();
     if (fraction == 0)
@@ -139,8 +133,8 @@ std::vector<std::pair<QString, QString>> distinctOptions(const SpecData &spec) {
         const SifItem &item = spec.item(record);
         if (item.isSubtotal())
             continue;
-        const QStringList codes = fieldLines(item.optionCodes());
-        const QStringList descriptions = fieldLines(item.optionDescriptions());
+        const QStringList codes = listLines(item.optionCodes());
+        const QStringList descriptions = listLines(item.optionDescriptions());
         const qsizetype count = std::max(codes.size(), descriptions.size());
         for (qsizetype i = 0; i < count; ++i) {
             QString code = i < codes.size() ? codes.at(i).trimmed() : QString();

@@ -45,10 +45,6 @@ QString cellText(const QString &caption, const SifItem &item);
 // percentages.
 QString subtotalCellText(const QString &caption, const SifItem &item);
 
-// The lines of a multi-line field (option codes, note descriptions, ...): split at carriage
-// returns; an empty field has no lines.
-QStringList fieldLines(const QString &joined);
-
 // A "Total Cust%" or "Total Deal%" text: the fraction formatted "%##0.00000", trimmed, and its
 // sign inverted (deliberate: the percentages read as reductions). Zero is left as formatted.
 QString invertedPercentText(double fraction);

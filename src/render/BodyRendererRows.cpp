@@ -203,10 +203,9 @@ void BodyRenderer::drawIcon(OutputHelpers &out, const QString &resource, double 
 
 std::vector<BodyRenderer::SubLine>
 BodyRenderer::measureSubLines(OutputHelpers &out, const SubLineBlock &block, const SifItem &item) {
-    const QStringList codes =
-        BodyCellTexts::fieldLines(block.notes ? item.noteCodes() : item.optionCodes());
-    const QStringList descriptions = BodyCellTexts::fieldLines(
-        block.notes ? item.noteDescriptions() : item.optionDescriptions());
+    const QStringList codes = listLines(block.notes ? item.noteCodes() : item.optionCodes());
+    const QStringList descriptions =
+        listLines(block.notes ? item.noteDescriptions() : item.optionDescriptions());
     const qsizetype count = std::max(codes.size(), descriptions.size());
     PageEngine &engine = out.engine();
     std::vector<SubLine> lines;

@@ -105,10 +105,9 @@ void addSubLines(const SheetRowSink &sink, const std::vector<SheetColumn> &colum
         shown = shown || (column.source != Source::Cell && column.notes == notes);
     if (!shown)
         return;
-    const QStringList codes =
-        BodyCellTexts::fieldLines(notes ? item.noteCodes() : item.optionCodes());
+    const QStringList codes = listLines(notes ? item.noteCodes() : item.optionCodes());
     const QStringList descriptions =
-        BodyCellTexts::fieldLines(notes ? item.noteDescriptions() : item.optionDescriptions());
+        listLines(notes ? item.noteDescriptions() : item.optionDescriptions());
     const qsizetype count = std::max(codes.size(), descriptions.size());
     for (qsizetype i = 0; i < count; ++i) {
         const QString code = i < codes.size() ? codes.at(i) : QString();

@@ -187,8 +187,10 @@ void SifParser::finishItem() {
         return;
     // Nearly every file alternates code and description lines; only an item whose later lines
     // came in another order keeps that order.
-    if (m_laterOptionLines !=
-        usualLaterOptionLines(m_item->optionCodes(), m_item->optionDescriptions()))
+    // Without later lines there is no order to keep (every later line of a list lands here).
+    if (!m_laterOptionLines.isEmpty() &&
+        m_laterOptionLines !=
+            usualLaterOptionLines(m_item->optionCodes(), m_item->optionDescriptions()))
         m_item->editText(ItemText::OptionLaterLines) = m_laterOptionLines.join(carriageReturn);
     m_laterOptionLines.clear();
     m_item->squeeze();

@@ -13,10 +13,6 @@ const QChar carriageReturn = QLatin1Char('\r');
 const QString htmlBreak = QStringLiteral(" <BR> ");
 const QString rtfBreak = QStringLiteral(" \\line ");
 
-QStringList lines(const QString &joined) {
-    return joined.isEmpty() ? QStringList() : joined.split(carriageReturn);
-}
-
 // The list a running text is the blank-joined copy of.
 ItemText listOf(ItemText running) {
     switch (running) {
@@ -41,6 +37,10 @@ QString joinedWithBreaks(const QStringList &pieces, const QString &lineBreak) {
 }
 
 } // namespace
+
+QStringList listLines(const QString &joined) {
+    return joined.isEmpty() ? QStringList() : joined.split(carriageReturn);
+}
 
 const QString *SifItem::stored(ItemText field) const {
     const auto at = std::lower_bound(m_texts.begin(), m_texts.end(), field,
@@ -86,8 +86,8 @@ QString SifItem::runningText(ItemText field) const {
 }
 
 QStringList usualLaterOptionLines(const QString &codes, const QString &descriptions) {
-    const QStringList codeLines = lines(codes);
-    const QStringList descriptionLines = lines(descriptions);
+    const QStringList codeLines = listLines(codes);
+    const QStringList descriptionLines = listLines(descriptions);
     QStringList later;
     for (qsizetype i = 1; i < codeLines.size() || i < descriptionLines.size(); ++i) {
         if (i < codeLines.size())
@@ -100,7 +100,7 @@ QStringList usualLaterOptionLines(const QString &codes, const QString &descripti
 
 QStringList SifItem::optionLaterLines() const {
     if (const QString *pinned = stored(ItemText::OptionLaterLines))
-        return lines(*pinned);
+        return listLines(*pinned);
     return usualLaterOptionLines(optionCodes(), optionDescriptions());
 }
 

@@ -117,6 +117,10 @@ private:
     std::vector<StoredText> m_texts; // ordered by field
 };
 
+// The lines of a line list (option codes, note descriptions, ...): split at carriage returns,
+// as BASIC's Split does; an empty list has no lines at all.
+QStringList listLines(const QString &joined);
+
 // The order of later option lines that optionLaterLines() gives when nothing is stored: line
 // 2 of the codes, line 2 of the descriptions, line 3 of the codes, and so on.
 QStringList usualLaterOptionLines(const QString &codes, const QString &descriptions);

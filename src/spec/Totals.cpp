@@ -15,13 +15,6 @@ namespace {
 
 const QString carriageReturn = QStringLiteral("\r");
 
-// BASIC's Split: an empty text has no entries at all, anything else one more than separators.
-QStringList splitEntries(const QString &text) {
-    if (text.isEmpty())
-        return {};
-    return text.split(QLatin1Char('\r'));
-}
-
 bool isBlankEntry(const QString &entry) {
     return std::all_of(entry.cbegin(), entry.cend(), [](QChar c) { return c == QLatin1Char(' '); });
 }
@@ -73,8 +66,8 @@ double checked(double value) {
 }
 
 void cleanOptionGroup(QString &codes, QString &descriptions) {
-    QStringList codeList = splitEntries(codes);
-    QStringList descriptionList = splitEntries(descriptions);
+    QStringList codeList = listLines(codes);
+    QStringList descriptionList = listLines(descriptions);
     // An item whose option and description lines differ in number leaves the lists of unequal
     // length; the shorter one is padded with blank entries so no option or description is lost.
     const qsizetype count = std::max(codeList.size(), descriptionList.size());

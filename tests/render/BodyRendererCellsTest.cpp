@@ -120,8 +120,8 @@ void BodyRendererCellsTest::columnKinds() {
     QCOMPARE(bodyColumnKind(QStringLiteral("Part Number")), BodyColumnKind::Text);
     QVERIFY(isSubLineKind(BodyColumnKind::NoteCodes));
     QVERIFY(!isSubLineKind(BodyColumnKind::Image));
-    QCOMPARE(BodyCellTexts::fieldLines(QString()), QStringList());
-    QCOMPARE(BodyCellTexts::fieldLines(QStringLiteral("A\r \rB")), (QStringList{"A", " ", "B"}));
+    QCOMPARE(listLines(QString()), QStringList());
+    QCOMPARE(listLines(QStringLiteral("A\r \rB")), (QStringList{"A", " ", "B"}));
 }
 
 TAVREL_TEST(BodyRendererCellsTest)

@@ -22,6 +22,7 @@
 #include "shell/JobFile.h"
 #include "shell/ReportJob.h"
 #include "shell/Startup.h"
+#include "shell/ui/DesignerSession.h"
 #include "shell/ui/PreviewSession.h"
 
 #include <QApplication>
@@ -191,14 +192,9 @@ void agreement(const QString &folder) {
     const QString job = testsupport::copyDemoJob(dir.path());
     check(Startup::loadJob(context, job, dir.path(), quiet, PrinterList{}),
           QStringLiteral("the demo job did not load"));
-    DesignerEnvironment environment;
-    environment.job = &context.job;
+    DesignerEnvironment environment = DesignerSession::environmentOf(context);
     environment.templateFolder = dir.path();
     environment.documentName = QStringLiteral("Demo");
-    environment.marginLeft = context.margins.left;
-    environment.marginTop = context.margins.top;
-    environment.marginRight = context.margins.right;
-    environment.marginBottom = context.margins.bottom;
     environment.fontName = QStringLiteral("Arial");
     environment.fontSize = 9;
     ScriptedPrompter prompter;

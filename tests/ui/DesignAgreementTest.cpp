@@ -12,6 +12,7 @@
 #include "render/PageEngine.h"
 #include "shell/AppContext.h"
 #include "shell/ReportJob.h"
+#include "shell/ui/DesignerSession.h"
 #include "templates/TemplateReader.h"
 
 #include <QImage>
@@ -79,15 +80,9 @@ DesignAgreementTest::openDesigner(const QString &templatePath) {
     auto session = std::make_unique<Session>();
     if (!session->loaded)
         return nullptr;
-    const AppContext &context = session->context;
-    DesignerEnvironment environment;
-    environment.job = &session->context.job;
+    DesignerEnvironment environment = DesignerSession::environmentOf(session->context);
     environment.templateFolder = session->dir.path();
     environment.documentName = QStringLiteral("Demo");
-    environment.marginLeft = context.margins.left;
-    environment.marginTop = context.margins.top;
-    environment.marginRight = context.margins.right;
-    environment.marginBottom = context.margins.bottom;
     environment.fontName = QStringLiteral("Arial");
     environment.fontSize = 9;
     session->window = std::make_unique<frmCustomLayout>(environment, m_prompter, m_actions);

@@ -20,6 +20,17 @@ DesignerSession::DesignerSession(AppContext &context, Prompter &prompter)
 frmCustomLayout *DesignerSession::open(AppContext &context, Prompter &prompter,
                                        const QString &templatePath) {
     auto *session = new DesignerSession(context, prompter);
+    auto *window = new frmCustomLayout(environmentOf(context), prompter, *session);
+    // The session goes with its window.
+    session->setParent(window);
+    session->m_window = window;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->openOn(templatePath);
+    window->show();
+    return window;
+}
+
+DesignerEnvironment DesignerSession::environmentOf(AppContext &context) {
     DesignerEnvironment environment;
     environment.job = &context.job;
     environment.templateFolder = context.paths.templateFolder;
@@ -31,14 +42,7 @@ frmCustomLayout *DesignerSession::open(AppContext &context, Prompter &prompter,
     environment.fontName = context.printer.fontName;
     environment.fontSize = qint16(context.printer.fontSize);
     environment.fieldLengths = &context.fieldLengths;
-    auto *window = new frmCustomLayout(environment, prompter, *session);
-    // The session goes with its window.
-    session->setParent(window);
-    session->m_window = window;
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->openOn(templatePath);
-    window->show();
-    return window;
+    return environment;
 }
 
 DesignerSession *DesignerSession::of(frmCustomLayout *window) {

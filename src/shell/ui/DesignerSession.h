@@ -8,7 +8,8 @@ class QWidget;
 
 namespace tavrel {
 class frmCustomLayout;
-}
+struct DesignerEnvironment;
+} // namespace tavrel
 
 namespace tavrel {
 
@@ -24,6 +25,8 @@ public:
     // The window deletes itself, and the session with it, when closed.
     static frmCustomLayout *open(AppContext &context, Prompter &prompter,
                                  const QString &templatePath);
+    // What the designer takes from the loaded job: its file, folders, margins and font.
+    static DesignerEnvironment environmentOf(AppContext &context);
     // The session of a window open() made.
     static DesignerSession *of(frmCustomLayout *window);
 
